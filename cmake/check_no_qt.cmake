@@ -1,0 +1,16 @@
+# Fails when a file under the core includes a Qt header: the core decides
+# everything and must build and be tested without a toolkit.
+file(GLOB_RECURSE sources "${DIR}/*.h" "${DIR}/*.cpp")
+set(offenders "")
+foreach(source IN LISTS sources)
+  file(STRINGS "${source}" hits REGEX "^[ \t]*#[ \t]*include[ \t]*[<\"](Q[A-Za-z]+|qt[a-z]*)[/>\"]")
+  if(hits)
+    list(APPEND offenders "${source}: ${hits}")
+  endif()
+endforeach()
+if(offenders)
+  list(JOIN offenders "\n" text)
+  message(FATAL_ERROR "the core includes Qt:\n${text}")
+endif()
+list(LENGTH sources count)
+message(STATUS "${count} core files, none includes Qt")

@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Installs every system package the project needs. Idempotent: when all are
+# present it only asks dpkg and returns at once.
+set -euo pipefail
+
+packages=(
+  # build
+  cmake ninja-build g++ clang-14 libclang-rt-14-dev pkg-config clang-format
+  # core
+  libicu-dev libpcre2-dev
+  # tests and benchmarks
+  libgtest-dev libgmock-dev libbenchmark-dev
+  # desktop program
+  qt6-base-dev qt6-base-dev-tools qt6-webengine-dev libgl-dev
+  # headless runs of the desktop program, and the fonts its pages need
+  xvfb xauth fonts-noto-cjk
+)
+
+missing=()
+for p in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+echo "setup: installing ${missing[*]}" >&2
+sudo=""
+[ "$(id -u)" -eq 0 ] || sudo="sudo"
+export DEBIAN_FRONTEND=noninteractive
+$sudo apt-get update -qq
+$sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
