@@ -1,0 +1,193 @@
+#include "core/corpus/dax_file.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+#include "core/corpus/errors.h"
+#include "core/corpus/file_io.h"
+#include "core/text/numbers.h"
+#include "core/text/utf16.h"
+
+namespace suizo::corpus {
+namespace {
+
+constexpr char16_t kBom = 0xFEFF;
+
+// Row numbers written into field 0 at load need at most this many units each.
+constexpr std::size_t kRowNumberUnits = 5;
+
+// Calls `onLineEnd(i)` for the index of every LF at or after `from`, in order.
+template <typename F>
+void ForEachLineFeed(const char16_t* text, std::size_t from, std::size_t size, F&& onLineEnd) {
+  std::size_t i = from;
+#if defined(__SSE2__)
+  const __m128i lf = _mm_set1_epi16(0x000A);
+  for (; i + 8 <= size; i += 8) {
+    const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+    // Each matching unit sets two adjacent bits of the mask.
+    auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(units, lf)));
+    while (mask != 0) {
+      onLineEnd(i + static_cast<std::size_t>(__builtin_ctz(mask)) / 2);
+      mask &= mask - 1;
+      mask &= mask - 1;
+    }
+  }
+#endif
+  for (; i < size; ++i) {
+    if (text[i] == u'\n') onLineEnd(i);
+  }
+}
+
+// Writes the row numbers without a string for each.
+void NumberRows(Table& table, int firstRow, int lastRow) {
+  char16_t digits[12];
+  for (int row = firstRow; row <= lastRow; ++row) {
+    std::size_t n = 0;
+    for (int rest = row; n == 0 || rest > 0; rest /= 10) {
+      digits[n++] = static_cast<char16_t>(u'0' + rest % 10);
+    }
+    std::reverse(digits, digits + n);
+    table.Set(row, 0, std::u16string_view(digits, n));
+  }
+}
+
+// Fills the table from the lines that follow the field count: `fields` lines
+// to a row, each cell pointing into the arena.
+void FillRows(Table& table, const std::string& file, std::span<const char16_t> text,
+              std::size_t bodyStart, int fields) {
+  const TableSchema& schema = table.schema();
+  const auto stride = static_cast<std::size_t>(schema.FieldMax()) + 1;
+  const int firstRow = schema.firstRow;
+  const std::size_t bodyUnits = text.size() - bodyStart;
+  // Every line takes at least one unit, which bounds the rows the file can hold.
+  const auto rowsAtMost = static_cast<long>((bodyUnits + static_cast<std::size_t>(fields) - 1) /
+                                            static_cast<std::size_t>(fields));
+  const int lastCellRow =
+      static_cast<int>(std::min<long>(schema.rowCapacity, firstRow + std::max(rowsAtMost, 1L) - 1));
+  Table::Cell* const cells = table.LoadCells(firstRow, std::max(lastCellRow, firstRow));
+
+  int row = firstRow;
+  int field = 1;
+  Table::Cell* current = cells + static_cast<std::size_t>(row) * stride;
+  std::size_t lineBegin = bodyStart;
+  const auto lineOf = [&](int r, int f) {
+    return 1L + static_cast<long>(r - firstRow) * fields + f;
+  };
+  const auto endLine = [&](std::size_t stop) {
+    if (row > schema.rowCapacity) {
+      throw CorpusError({file, lineOf(row, 1), row}, "more rows than " + std::string(schema.name) +
+                                                         " can hold (" +
+                                                         std::to_string(schema.rowCapacity) + ")");
+    }
+    current[field] = {static_cast<std::uint32_t>(lineBegin),
+                      static_cast<std::uint32_t>(stop - lineBegin)};
+    if (field < fields) {
+      ++field;
+      return;
+    }
+    current[0] = {0, 0};
+    std::fill(current + fields + 1, current + stride, Table::Cell{0, 0});
+    current += stride;
+    ++row;
+    field = 1;
+  };
+  ForEachLineFeed(text.data(), bodyStart, text.size(), [&](std::size_t lf) {
+    endLine(lf > lineBegin && text[lf - 1] == u'\r' ? lf - 1 : lf);
+    lineBegin = lf + 1;
+  });
+  // A last line without its line end still counts; a lone CR there is text.
+  if (lineBegin < text.size()) endLine(text.size());
+  if (field != 1) {
+    throw CorpusError({file, lineOf(row, field), row, field,
+                       text::ToUtf8(schema.fields[static_cast<std::size_t>(field)])},
+                      "the file ends inside the row: " + std::to_string(fields - field + 1) +
+                          " of its " + std::to_string(fields) + " fields are missing");
+  }
+  table.KeepRows(row - 1);
+  table.set_cols(fields);
+  table.set_rows(row - 1);
+}
+
+}  // namespace
+
+void ReadDax(const std::filesystem::path& path, Table& table) {
+  const TableSchema& schema = table.schema();
+  const std::string file = DisplayPath(path);
+  const std::size_t numberSpare =
+      schema.numberedAtLoad ? (static_cast<std::size_t>(schema.rowCapacity) + 1) * kRowNumberUnits
+                            : 0;
+  try {
+    std::size_t bytes = 0;
+    std::span<char16_t> arena;
+    ReadFileInto(path, [&](std::size_t size) -> void* {
+      bytes = size;
+      arena = table.ResetWithArena((size + 1) / 2, numberSpare);
+      return arena.data();
+    });
+    if (bytes % 2 != 0) {
+      throw CorpusError(
+          {file}, "the file ends inside a UTF-16 character (" + std::to_string(bytes) + " bytes)");
+    }
+    if constexpr (std::endian::native == std::endian::big) {
+      for (char16_t& c : arena) c = static_cast<char16_t>(c << 8 | c >> 8);
+    }
+    if (arena.empty() || arena[0] != kBom) {
+      throw CorpusError({file, 1},
+                        "not a store file: it does not begin with the UTF-16 "
+                        "byte-order mark FF FE");
+    }
+    const std::u16string_view all(arena.data(), arena.size());
+    const std::size_t headerEnd = std::min(all.find(u'\n'), all.size());
+    std::u16string_view header = all.substr(1, headerEnd - 1);
+    if (!header.empty() && header.back() == u'\r') header.remove_suffix(1);
+    if (header.empty()) throw CorpusError({file, 1}, "the file has no field count");
+    const auto fields = text::ToInt(header);
+    if (!fields || *fields < 1 || *fields > schema.FieldMax()) {
+      throw CorpusError({file, 1}, "the first line should be the field count of " +
+                                       std::string(schema.name) + " (1 to " +
+                                       std::to_string(schema.FieldMax()) + "), not \"" +
+                                       text::ToUtf8(header) + "\"");
+    }
+    FillRows(table, file, arena, std::min(headerEnd + 1, arena.size()), *fields);
+    if (schema.numberedAtLoad) NumberRows(table, schema.firstRow, table.rows());
+  } catch (...) {
+    table.Clear();
+    throw;
+  }
+}
+
+std::string EncodeDax(const Table& table) {
+  const TableSchema& schema = table.schema();
+  const int fields = table.cols();
+  if (fields < 1 || fields > schema.FieldMax()) {
+    throw CorpusError({std::string(schema.stem) + ".dax"},
+                      "cannot write a store with " + std::to_string(fields) + " fields");
+  }
+  std::u16string out;
+  out.push_back(kBom);
+  out += text::IntText(fields);
+  out += u"\r\n";
+  for (int row = schema.firstRow; row <= table.rows(); ++row) {
+    for (int field = 1; field <= fields; ++field) {
+      out += table.Get(row, field);
+      out += u"\r\n";
+    }
+  }
+  if constexpr (std::endian::native == std::endian::big) {
+    for (char16_t& c : out) c = static_cast<char16_t>(c << 8 | c >> 8);
+  }
+  std::string bytes(out.size() * 2, '\0');
+  std::memcpy(bytes.data(), out.data(), bytes.size());
+  return bytes;
+}
+
+void WriteDax(const std::filesystem::path& path, const Table& table) {
+  WriteFileWhole(path, EncodeDax(table));
+}
+
+}  // namespace suizo::corpus

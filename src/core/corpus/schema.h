@@ -1,0 +1,112 @@
+// The twelve tables of the corpus: their files, capacities, fields and load
+// groups, and the columns that hold computed orders once the import is done.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "core/text/normal_forms.h"
+
+namespace suizo::corpus {
+
+enum class TableId { Dat, Mok, Dic, Hok, Sok, Kam, Nen, Nek, Tyu, Hon, SDat, SMok };
+inline constexpr int kTableCount = 12;
+
+// `Loaded(0..10)`: one flag per load group, of which 0..6 have files.
+inline constexpr int kLoadGroupFlags = 11;
+inline constexpr int kLoadGroups = 7;
+inline constexpr int kNoLoadGroup = -1;
+
+struct TableSchema {
+  TableId id;
+  std::string_view name;                        // "Dat"
+  std::string_view stem;                        // "翠典本文": gives <stem>.dat and <stem>.dax
+  std::string_view key;                         // "dat": recorded, used for nothing
+  int rowCapacity;                              // highest row number; rows run from 0
+  std::span<const std::u16string_view> fields;  // field number = index; 0 is not data
+  std::string_view fieldCounter;                // "DatCols"
+  std::string_view rowCounter;                  // "DatRows"
+  int loadGroup;                                // kNoLoadGroup: read at import only
+  int firstRow;                                 // first row in the .dax: 0 for Dat and SDat, else 1
+  bool numberedAtImport;  // the .dat reader writes the row number into field 0
+  bool numberedAtLoad;    // the .dax reader does
+  std::optional<text::NormalForm> normalForm;
+  std::uint64_t normalFields;  // bit f: field f takes the normal form at import
+
+  int FieldMax() const { return static_cast<int>(fields.size()) - 1; }
+  bool Normalised(int field) const { return normalForm && (normalFields >> field & 1); }
+};
+
+const TableSchema& SchemaOf(TableId id);
+std::span<const TableSchema, kTableCount> Schemas();
+
+// The tables of a load group, in the order their files are read; empty for a
+// group without files.
+std::span<const TableId> GroupTables(int group);
+
+// The printed collections (`Gk`) with their labels, fields and stored orders.
+struct Collection {
+  int gk;
+  std::u16string_view label;    // `SetLabel`
+  std::u16string_view caption;  // option caption in the selection dialog
+  int datField;                 // page-and-line field of `Dat`; 0 for the system order
+  int mokStartField;            // `SetMokCol`: start position field of `Mok`
+  int datOrderColumn;           // `Dat` column that holds the order; its count is in row 0
+};
+
+inline constexpr std::array<Collection, 11> kCollections{{
+    {0, u"ｼｽﾃﾑ", u"システム", 0, 0, 1},
+    {22, u"定本", u"定本遺文", 22, 42, 5},
+    {23, u"新定", u"新定翠典", 23, 43, 16},
+    {24, u"縮冊", u"縮刷遺文", 24, 44, 17},
+    {25, u"全集", u"翠典全集", 25, 45, 41},
+    {26, u"録内", u"刊本録内", 26, 46, 42},
+    {27, u"録外", u"刊本録外", 27, 47, 43},
+    {28, u"新編", u"新編翠典", 28, 48, 44},
+    {29, u"新修", u"平成新修", 29, 49, 45},
+    {31, u"対録", u"対照録", 31, 50, 46},
+    {35, u"集成", u"真蹟集成", 35, 51, 47},
+}};
+
+// The collection of a `Gk`, or nothing for a number that names none.
+const Collection* FindCollection(int gk);
+
+// `PaneCol`: the `Dat` text fields in the order of the reader's tabs.
+inline constexpr std::array<int, 12> kPaneCol = {8, 15, 10, 11, 12, 13, 50, 51, 48, 49, 52, 9};
+
+// Field numbers used across subsystems.
+namespace dat {
+inline constexpr int kSysNo = 2;     // ｼｽﾃﾑNo.
+inline constexpr int kBangou = 4;    // 番号
+inline constexpr int kClass = 7;     // C
+inline constexpr int kMain = 8;      // ｼｽﾃﾑ版翠典
+inline constexpr int kMain2 = 9;     // ｼｽﾃﾑ版翠典2
+inline constexpr int kOrderRow = 0;  // row 0 holds the order counts
+}  // namespace dat
+
+namespace mok {
+inline constexpr int kSysNo = 3;
+}  // namespace mok
+
+namespace dic {
+inline constexpr int kHeadWord = 3;  // 見出項目; in row 1 it gives way to the count of entries kept
+inline constexpr int kCountRow = 1;
+inline constexpr int kKeptColumn = 4;     // `DicOrder`
+inline constexpr int kReadingColumn = 5;  // `DicYomi`
+}  // namespace dic
+
+namespace nen {
+// Office columns, written with "@" between characters in the store.
+inline constexpr std::array<int, 5> kOfficeFields = {9, 12, 16, 18, 21};
+}  // namespace nen
+
+namespace sdat {
+inline constexpr int kSysNo = 2;
+inline constexpr int kOrderColumn = 1;  // source order; its count is in row 0
+inline constexpr int kOrderRow = 0;
+}  // namespace sdat
+
+}  // namespace suizo::corpus

@@ -1,0 +1,162 @@
+#include "core/corpus/dat_file.h"
+
+#include <gtest/gtest.h>
+
+#include "core/corpus/errors.h"
+#include "test_support.h"
+
+namespace suizo::corpus {
+namespace {
+
+using testing::TempDir;
+using testing::WriteDat;
+
+ErrorPlace FaultOf(const std::filesystem::path& path, TableId id) {
+  return testing::FaultOf(ReadDatTable, path, id);
+}
+
+TEST(Dat, ColumnsGoToTheirFieldsByNameInAnyOrder) {
+  TempDir dir;
+  WriteDat(dir / "m.dat",
+           {u"\"書名\",番号,\"作業用\",ｼｽﾃﾑNo.", u"\"春雨書\",\"1\",\"捨てる\",\"14601\"",
+            u"\"竹林抄\",\"新加-3\",\"捨てる\",\"14605\""});
+  Table mok(SchemaOf(TableId::Mok));
+  ReadDatTable(dir / "m.dat", mok);
+  EXPECT_EQ(mok.rows(), 2);
+  EXPECT_EQ(mok.cols(), 52);
+  EXPECT_EQ(mok.Get(2, 10), u"竹林抄");
+  EXPECT_EQ(mok.Get(2, 4), u"新加-3");
+  EXPECT_EQ(mok.Get(1, 3), u"14601");
+  EXPECT_EQ(mok.Get(1, 0), u"1");  // numbered at import
+  EXPECT_EQ(mok.Get(2, 0), u"2");
+}
+
+TEST(Dat, TheLastOfEqualFieldNamesWins) {
+  TempDir dir;
+  WriteDat(dir / "n.dat", {u"尊基礎No,事項", u"\"12\",\"試みの事\""});
+  Table nen(SchemaOf(TableId::Nen));
+  ReadDatTable(dir / "n.dat", nen);
+  EXPECT_EQ(nen.Get(1, 27), u"12");
+  EXPECT_EQ(nen.Get(1, 24), u"");
+  EXPECT_EQ(nen.Get(1, 26), u"");
+}
+
+TEST(Dat, NeitherFieldZeroNorAnUnknownColumnIsFilled) {
+  TempDir dir;
+  WriteDat(dir / "d.dat", {u"通番,ｼｽﾃﾑNo.", u"\"999\",\"14601\""});
+  Table dat(SchemaOf(TableId::Dat));
+  ReadDatTable(dir / "d.dat", dat);
+  EXPECT_EQ(dat.Get(1, 0), u"1");
+  EXPECT_EQ(dat.Get(1, 2), u"14601");
+}
+
+TEST(Dat, QuotedTextMayHoldCommasAndUnquotedNumbersLoseTheirZeros) {
+  TempDir dir;
+  WriteDat(dir / "k.dat", {u"科文,蔵経頁行,開結頁行,法華No.,品名",
+                           u"\"序分, 通序\",0012.50,\"0012.50\", 7 ,序品第一"});
+  Table kam(SchemaOf(TableId::Kam));
+  ReadDatTable(dir / "k.dat", kam);
+  EXPECT_EQ(kam.Get(1, 4), u"序分, 通序");
+  EXPECT_EQ(kam.Get(1, 7), u"12.5");
+  EXPECT_EQ(kam.Get(1, 8), u"0012.50");
+  EXPECT_EQ(kam.Get(1, 5), u"7");
+  EXPECT_EQ(kam.Get(1, 2), u"序品第一");  // unquoted text stays text
+}
+
+TEST(Dat, EmptyValuesAndAnEmptyLastValue) {
+  TempDir dir;
+  WriteDat(dir / "k.dat", {u"經名,品名,科文", u"\"妙法蓮華経\",,", u",\"\",\"別序\""});
+  Table kam(SchemaOf(TableId::Kam));
+  ReadDatTable(dir / "k.dat", kam);
+  EXPECT_EQ(kam.rows(), 2);
+  EXPECT_EQ(kam.Get(1, 1), u"妙法蓮華経");
+  EXPECT_EQ(kam.Get(1, 4), u"");
+  EXPECT_EQ(kam.Get(2, 4), u"別序");
+}
+
+TEST(Dat, EachTableTakesItsOwnNormalFormOnItsOwnFields) {
+  TempDir dir;
+  WriteDat(dir / "h.dat", {u"開結真読,経名", u"\"如是・我聞（一）\",\"妙法・蓮華経\""});
+  Table hok(SchemaOf(TableId::Hok));
+  ReadDatTable(dir / "h.dat", hok);
+  EXPECT_EQ(hok.Get(1, 13), u"如是・我聞(一)");  // NormB keeps the full-width dot
+  EXPECT_EQ(hok.Get(1, 8), u"妙法・蓮華経");     // field 8 is taken as it stands
+  EXPECT_EQ(hok.Get(1, 0), u"1");
+
+  WriteDat(dir / "d.dat", {u"ｼｽﾃﾑ版翠典,番号", u"如是・我聞｡,\"付録・一\""});
+  Table dat(SchemaOf(TableId::Dat));
+  ReadDatTable(dir / "d.dat", dat);
+  EXPECT_EQ(dat.Get(1, 8), u"如是･我聞。");
+  EXPECT_EQ(dat.Get(1, 4), u"付録・一");
+
+  WriteDat(dir / "s.dat", {u"科文", u"\"（序）\""});
+  Table sok(SchemaOf(TableId::Sok));
+  ReadDatTable(dir / "s.dat", sok);
+  EXPECT_EQ(sok.Get(1, 4), u"（序）");
+}
+
+TEST(Dat, PrivateUseCharactersComeThrough) {
+  TempDir dir;
+  WriteDat(dir / "d.dat", {u"ｼｽﾃﾑ版翠典", u"\"法\uE000華\uE757\""});
+  Table dat(SchemaOf(TableId::Dat));
+  ReadDatTable(dir / "d.dat", dat);
+  EXPECT_EQ(dat.Get(1, 8), u"法\uE000華\uE757");
+}
+
+TEST(Dat, ARecordWithTooFewOrTooManyValuesNamesLineAndColumn) {
+  TempDir dir;
+  WriteDat(dir / "few.dat", {u"經名,品名,科文", u"\"a\",\"b\",\"c\"", u"\"a\",\"b\""});
+  ErrorPlace place = FaultOf(dir / "few.dat", TableId::Kam);
+  EXPECT_EQ(place.line, 3);
+  EXPECT_EQ(place.row, 2);
+  EXPECT_EQ(place.field, 4);
+  EXPECT_EQ(place.fieldName, "科文");
+  WriteDat(dir / "many.dat", {u"經名,品名", u"\"a\",\"b\",\"c\""});
+  EXPECT_EQ(FaultOf(dir / "many.dat", TableId::Kam).line, 2);
+}
+
+TEST(Dat, BrokenQuotesAreFaults) {
+  TempDir dir;
+  WriteDat(dir / "open.dat", {u"經名,品名", u"\"a,b"});
+  EXPECT_EQ(FaultOf(dir / "open.dat", TableId::Kam).fieldName, "經名");
+  WriteDat(dir / "after.dat", {u"經名,品名", u"\"a\"x,\"b\""});
+  EXPECT_EQ(FaultOf(dir / "after.dat", TableId::Kam).line, 2);
+}
+
+TEST(Dat, ABadShiftJisByteNamesItsLine) {
+  TempDir dir;
+  testing::WriteBytes(dir / "b.dat", "\x8C\x6F\x96\xBC\r\n\"a\"\r\n\"\x80\"\r\n");
+  const ErrorPlace place = FaultOf(dir / "b.dat", TableId::Kam);
+  EXPECT_EQ(place.line, 3);
+}
+
+TEST(Dat, TooManyColumnsOrNoHeaderAreFaults) {
+  TempDir dir;
+  std::u16string header = u"c0";
+  for (int c = 1; c <= kMaxDatColumns; ++c) header += u",c" + std::u16string(1, u'a' + c % 26);
+  WriteDat(dir / "wide.dat", {header});
+  EXPECT_EQ(FaultOf(dir / "wide.dat", TableId::Dat).line, 1);
+  testing::WriteBytes(dir / "empty.dat", "");
+  FaultOf(dir / "empty.dat", TableId::Dat);
+  FaultOf(dir / "missing.dat", TableId::Dat);
+}
+
+TEST(Dat, MoreRecordsThanTheTableHoldsIsAFault) {
+  TempDir dir;
+  std::u16string text = u"科文\r\n";
+  for (int row = 1; row <= 81; ++row) text += u"\"序\"\r\n";
+  testing::WriteBytes(dir / "s.dat", text::EncodeSjis(text));
+  EXPECT_EQ(FaultOf(dir / "s.dat", TableId::Sok).row, 81);
+}
+
+TEST(Dat, BlankLinesCarryNoRecord) {
+  TempDir dir;
+  testing::WriteBytes(dir / "k.dat", text::EncodeSjis(u"科文\r\n\"序\"\r\n\r\n\"別\"\r\n\r\n"));
+  Table kam(SchemaOf(TableId::Kam));
+  ReadDatTable(dir / "k.dat", kam);
+  EXPECT_EQ(kam.rows(), 2);
+  EXPECT_EQ(kam.Get(2, 4), u"別");
+}
+
+}  // namespace
+}  // namespace suizo::corpus

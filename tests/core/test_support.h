@@ -1,0 +1,99 @@
+// Helpers shared by the core tests.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+#include "core/corpus/errors.h"
+#include "core/corpus/file_io.h"
+#include "core/corpus/table.h"
+#include "core/text/sjis.h"
+
+namespace suizo::testing {
+
+// A fresh folder under the system's temporary folder, removed afterwards.
+class TempDir {
+ public:
+  TempDir() {
+    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+    path_ = std::filesystem::temp_directory_path() /
+            ("suizo-" + std::string(info->test_suite_name()) + "-" + info->name() + "-" +
+             std::to_string(::getpid()));
+    std::filesystem::remove_all(path_);
+    std::filesystem::create_directories(path_);
+  }
+  ~TempDir() { std::filesystem::remove_all(path_); }
+  const std::filesystem::path& path() const { return path_; }
+  std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+inline void WriteBytes(const std::filesystem::path& path, std::string_view bytes) {
+  std::ofstream(path, std::ios::binary)
+      .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+inline std::string ReadBytes(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+// UTF-16LE bytes of a text, with the byte-order mark when asked.
+inline std::string Utf16le(std::u16string_view text, bool bom = true) {
+  std::string out;
+  if (bom) out += "\xFF\xFE";
+  for (char16_t c : text) {
+    out += static_cast<char>(c & 0xFF);
+    out += static_cast<char>(c >> 8);
+  }
+  return out;
+}
+
+// Store text from lines, each ended with CR LF.
+inline std::string DaxBytes(std::initializer_list<std::u16string_view> lines) {
+  std::u16string text;
+  for (auto line : lines) {
+    text += line;
+    text += u"\r\n";
+  }
+  return Utf16le(text);
+}
+
+// A .dat file from lines of text, written in Shift-JIS with CR LF.
+inline void WriteDat(const std::filesystem::path& path,
+                     std::initializer_list<std::u16string_view> lines) {
+  std::u16string text;
+  for (auto line : lines) {
+    text += line;
+    text += u"\r\n";
+  }
+  WriteBytes(path, text::EncodeSjis(text));
+}
+
+// The place named by the fault that reading `path` into a table of `id`
+// raises through `read` (ReadDax, ReadDatTable); a test failure when none.
+template <typename Read>
+corpus::ErrorPlace FaultOf(Read read, const std::filesystem::path& path, corpus::TableId id) {
+  corpus::Table table(corpus::SchemaOf(id));
+  try {
+    read(path, table);
+  } catch (const corpus::CorpusError& e) {
+    EXPECT_NE(std::string(e.what()).find(corpus::DisplayPath(path)), std::string::npos) << e.what();
+    return e.place();
+  }
+  ADD_FAILURE() << "no fault reading " << path;
+  return {""};
+}
+
+inline std::filesystem::path FixtureStore() {
+  return std::filesystem::path(SUIZO_FIXTURES) / "store";
+}
+
+}  // namespace suizo::testing
