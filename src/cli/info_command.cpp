@@ -1,0 +1,64 @@
+#include <cstdlib>
+#include <iomanip>
+#include <optional>
+
+#include "cli/commands.h"
+#include "core/corpus/corpus.h"
+#include "core/corpus/data_path.h"
+#include "core/corpus/file_io.h"
+#include "core/corpus/summary.h"
+#include "core/text/utf16.h"
+
+namespace suizo::cli {
+
+using corpus::Schemas;
+using text::ToUtf8;
+
+int Info(const std::vector<std::string>& args, const Context& context) {
+  std::optional<std::filesystem::path> data;
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    if (args[i] == "--data" && i + 1 < args.size()) {
+      data = args[++i];
+    } else {
+      context.err << "suizo info: unexpected argument \"" << args[i] << "\"\n"
+                  << "usage: suizo info [--data DIR]\n";
+      return kFailed;
+    }
+  }
+  const auto dataPath =
+      corpus::ResolveDataPath(data, std::getenv("SUIZO_DATA"), context.programFolder);
+  if (!std::filesystem::is_directory(dataPath)) {
+    context.err << "suizo info: no data folder at " << corpus::DisplayPath(dataPath) << "\n";
+    return kFailed;
+  }
+  corpus::Corpus store(dataPath);
+  const corpus::StoreSummary summary = corpus::LoadAndSummarize(store);
+
+  std::ostream& out = context.out;
+  out << "data folder: " << corpus::DisplayPath(dataPath) << "\n\n";
+  out << "table  file            fields   rows\n";
+  for (const auto& t : summary.tables) {
+    const auto& schema = corpus::SchemaOf(t.id);
+    const std::string file = std::string(schema.stem) + ".dax";
+    // Each kanji takes two columns on a terminal but three bytes in UTF-8.
+    const std::size_t width = schema.stem.size() / 3 * 2 + 4;
+    out << std::left << std::setw(7) << schema.name << file
+        << std::string(width < 16 ? 16 - width : 1, ' ');
+    if (!t.present) {
+      out << "(no file)\n";
+      continue;
+    }
+    out << std::right << std::setw(6) << t.fields << std::setw(7) << t.rows << "\n";
+  }
+  out << "\norders of Dat (row 0):\n";
+  for (const auto& order : summary.datOrders) {
+    out << "  " << ToUtf8(order.label) << "  " << (order.count.empty() ? "-" : ToUtf8(order.count))
+        << "\n";
+  }
+  out << "order of SDat (row 0): " << (summary.sdatOrder.empty() ? "-" : ToUtf8(summary.sdatOrder))
+      << "\n";
+  out << "dictionary entries kept: " << summary.dicEntries << "\n";
+  return kOk;
+}
+
+}  // namespace suizo::cli

@@ -1,0 +1,58 @@
+// suizo: the command-line tool over the corpus store.
+#include <unistd.h>
+
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "cli/commands.h"
+#include "core/corpus/errors.h"
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: suizo COMMAND [OPTIONS]\n"
+    "\n"
+    "commands:\n"
+    "  info [--data DIR]   load the store and print what each table holds\n"
+    "\n"
+    "The data folder is DIR, else $SUIZO_DATA, else Data/ beside the program.\n";
+
+std::filesystem::path ProgramFolder() {
+  std::error_code ignored;
+  const auto self = std::filesystem::read_symlink("/proc/self/exe", ignored);
+  return self.empty() ? std::filesystem::current_path() : self.parent_path();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  using namespace suizo::cli;
+  std::vector<std::string> args(argv + 1, argv + argc);
+  if (args.empty()) {
+    std::cerr << kUsage;
+    return kFailed;
+  }
+  const std::string command = args.front();
+  args.erase(args.begin());
+  if (command == "--help" || command == "-h" || command == "help") {
+    std::cout << kUsage;
+    return kOk;
+  }
+  if (command == "--version") {
+    std::cout << "suizo " << SUIZO_VERSION << "\n";
+    return kOk;
+  }
+  const Context context{ProgramFolder(), std::cout, std::cerr};
+  try {
+    if (command == "info") return Info(args, context);
+  } catch (const suizo::corpus::CorpusError& e) {
+    std::cerr << "suizo " << command << ": " << e.what() << "\n";
+    return kFailed;
+  } catch (const std::exception& e) {
+    std::cerr << "suizo " << command << ": " << e.what() << "\n";
+    return kFailed;
+  }
+  std::cerr << "suizo: unknown command \"" << command << "\"\n" << kUsage;
+  return kFailed;
+}
