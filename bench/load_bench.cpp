@@ -64,6 +64,7 @@ void BM_ReadDataStartGroups(benchmark::State& state) {
     benchmark::DoNotOptimize(corpus.Dat().rows());
   }
   state.SetBytesProcessed(state.iterations() * Bytes(files));
+  state.counters["store_MB"] = static_cast<double>(Bytes(files)) / 1e6;
 }
 BENCHMARK(BM_ReadDataStartGroups)->Unit(benchmark::kMillisecond);
 
