@@ -186,6 +186,13 @@ std::vector<HokRow> WriteHok(const Sizes& sizes, Composer& c, const std::filesys
   return pages;
 }
 
+// An outline row shows where its phrase stands in the three editions.
+void SetPages(const DatWriter& writer, std::vector<Value>& row, const HokRow& h) {
+  writer.Set(row, u"蔵経頁行", Value::Text(h.zokyo));
+  writer.Set(row, u"開結頁行", Value::Number(h.kaiketsu));
+  writer.Set(row, u"対訳頁行", Value::Number(h.taiyaku));
+}
+
 // The broad outline: two sections a chapter, and rows without a heading that
 // the import drops.
 void WriteSok(const std::vector<HokRow>& hok, const std::filesystem::path& folder) {
@@ -204,10 +211,7 @@ void WriteSok(const std::vector<HokRow>& hok, const std::filesystem::path& folde
       if (!dropped) sok.Set(v, u"科文", Value::Text(part == 0 ? u"序分" : u"正宗分"));
       sok.Set(v, u"法華No.", Value::Number(row));
       sok.Set(v, u"総科No.", Value::Number(++number));
-      const HokRow& h = hok[static_cast<std::size_t>(row)];
-      sok.Set(v, u"蔵経頁行", Value::Text(h.zokyo));
-      sok.Set(v, u"開結頁行", Value::Number(h.kaiketsu));
-      sok.Set(v, u"対訳頁行", Value::Number(h.taiyaku));
+      SetPages(sok, v, hok[static_cast<std::size_t>(row)]);
       sok.Add(std::move(v));
     }
   }
@@ -244,10 +248,7 @@ void WriteKam(const Sizes& sizes, const std::vector<HokRow>& hok, Composer& c,
       }
       kam.Set(v, u"法華No.", Value::Number(r));
       kam.Set(v, u"科文No.", Value::Number(++number));
-      const HokRow& h = hok[static_cast<std::size_t>(r)];
-      kam.Set(v, u"蔵経頁行", Value::Text(h.zokyo));
-      kam.Set(v, u"開結頁行", Value::Number(h.kaiketsu));
-      kam.Set(v, u"対訳頁行", Value::Number(h.taiyaku));
+      SetPages(kam, v, hok[static_cast<std::size_t>(r)]);
       kam.Add(std::move(v));
     }
     if (nested == 15) r = 230;
