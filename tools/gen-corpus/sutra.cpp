@@ -146,14 +146,11 @@ std::vector<HokRow> WriteHok(const Sizes& sizes, Composer& c, const std::filesys
     const int page = 66 + (r - 1) * 656 / rows;
     line = page == lastPage ? line + 1 : 1;
     lastPage = page;
-    HokRow where{IntText(1 + r / 30) +
-                     (r % 3 == 0   ? u"a"
-                      : r % 3 == 1 ? u"b"
-                                   : u"c") +
-                     u"." + (r % 28 + 1 < 10 ? u"0" : u"") + IntText(r % 28 + 1),
-                 PageLine(page, line * 3 % 100 == 0 ? 10 : line * 3 % 30 + 1),
-                 PageLine(1 + r / 3, r % 3 + 1)};
-    where.kaiketsu = PageLine(page, line);
+    // 蔵経 pages are in the form "12a.05": page, register, line.
+    const std::u16string_view registers[] = {u"a", u"b", u"c"};
+    const HokRow where{IntText(1 + r / 30) + std::u16string(registers[r % 3]) + u"." +
+                           (r % 28 + 1 < 10 ? u"0" : u"") + IntText(r % 28 + 1),
+                       PageLine(page, line), PageLine(1 + r / 3, r % 3 + 1)};
     std::u16string rendering(kRenderings[static_cast<std::size_t>(r) % kRenderings.size()]);
     if (r % 61 == 7) rendering.insert(0, u" ");
     if (r % 47 == 3)
