@@ -1,0 +1,158 @@
+#!/usr/bin/env python3
+"""Writes src/core/search/variant_rows.inc, the rows of the variant table.
+
+Usage: make-variant-rows.py DESCRIPTION.md > src/core/search/variant_rows.inc
+
+Reads the listing of the variant rows from the system's description (the part
+that begins with "Rows 1 to 36, one a line:"), where {XXXX} stands for U+XXXX,
+checks it against the counts the description gives, and writes one u"" literal
+per index 0..1346. Every character outside ASCII is written as a \\uXXXX
+escape, so that no editor or tool can fold the private-use characters and the
+compatibility ideographs. Index 0 is never read. Row 1 is written empty: the
+program puts it together from Shift-JIS codes, and this script only checks that
+the listing agrees with those codes.
+"""
+
+import re
+import sys
+from collections import defaultdict
+
+LAST_ROW = 1346
+EMPTY_ROWS = {37, 47, 48, 49, 50}
+ROW1_CODES = [0x8165, 0x8166, 0x8167, 0x8168, 34]
+
+# The seven characters that stand in two rows, by their rows.
+EXPECTED_TWICE = {
+    "[": (8, 12),
+    "［": (8, 12),
+    "や": (46, 135),
+    "隠": (169, 207),
+    "恵": (138, 351),
+    "慧": (138, 352),
+    "瞿": (61, 1136),
+}
+
+
+def fail(message):
+    sys.exit("make-variant-rows: " + message)
+
+
+def expand(text):
+    """Replaces each {XXXX} by the character U+XXXX."""
+    return re.sub(r"\{([0-9A-Fa-f]{4})\}", lambda m: chr(int(m.group(1), 16)), text)
+
+
+def read_rows(lines):
+    try:
+        start = lines.index("Rows 1 to 36, one a line:")
+    except ValueError:
+        fail("no line 'Rows 1 to 36, one a line:' in the input")
+    rows = {}
+
+    def put(number, text):
+        if number in rows:
+            fail(f"row {number} listed twice")
+        rows[number] = expand(text)
+
+    for line in lines[start + 1 :]:
+        m = re.fullmatch(r"- row (\d+): `(.*)`", line)
+        if m:
+            put(int(m.group(1)), m.group(2))
+            continue
+        m = re.fullmatch(r"Rows (\d+) to (\d+): (.*)", line)
+        if m:
+            first, last = int(m.group(1)), int(m.group(2))
+            groups = m.group(3).split(" ")
+            if len(groups) != last - first + 1:
+                fail(f"rows {first} to {last}: {len(groups)} groups")
+            for i, g in enumerate(groups):
+                put(first + i, g)
+            continue
+        m = re.fullmatch(r"(\d+): (.*)", line)
+        if m:
+            first = int(m.group(1))
+            groups = m.group(2).split(" ")
+            expected = 100 if first + 99 <= 1320 else 1320 - first + 1
+            if len(groups) != expected:
+                fail(f"paragraph {first}: {len(groups)} rows, expected {expected}")
+            for i, g in enumerate(groups):
+                put(first + i, g)
+            continue
+        if line.startswith("# "):
+            break
+    return rows
+
+
+def check(rows):
+    listed = set(rows)
+    wanted = set(range(1, LAST_ROW + 1)) - EMPTY_ROWS
+    if listed != wanted:
+        fail(f"rows missing {sorted(wanted - listed)[:10]}, extra {sorted(listed - wanted)[:10]}")
+    if any(r == "" for r in rows.values()):
+        fail("an empty group in the listing")
+
+    row1 = "".join(bytes([c >> 8, c & 0xFF]).decode("cp932") if c > 0xFF else chr(c)
+                   for c in ROW1_CODES)
+    if rows[1] != row1:
+        fail(f"row 1 is {rows[1]!r}, the Shift-JIS codes give {row1!r}")
+
+    lengths = defaultdict(int)
+    for r in rows.values():
+        lengths[len(r)] += 1
+    facts = {
+        "rows in use": (len(rows), 1341),
+        "characters": (sum(len(r) for r in rows.values()), 3398),
+        "rows of two": (lengths[2], 903),
+        "rows of three": (lengths[3], 273),
+        "rows of four": (lengths[4], 106),
+        "longest row": (max(lengths), 14),
+    }
+    for name, (got, want) in facts.items():
+        if got != want:
+            fail(f"{name}: {got}, expected {want}")
+
+    rows_of = defaultdict(set)
+    for number, r in rows.items():
+        for ch in r:
+            rows_of[ch].add(number)
+    twice = {ch: tuple(sorted(n)) for ch, n in rows_of.items() if len(n) > 1}
+    if twice != EXPECTED_TWICE:
+        fail(f"characters in more than one row: {twice}")
+    return facts
+
+
+def literal(text):
+    out = []
+    for ch in text:
+        if ch == "\\":
+            out.append("\\\\")
+        elif ch == '"':
+            out.append('\\"')
+        elif 0x20 <= ord(ch) < 0x7F:
+            out.append(ch)
+        elif ord(ch) <= 0xFFFF and ord(ch) >= 0xA0:
+            out.append(f"\\u{ord(ch):04X}")
+        else:
+            fail(f"character U+{ord(ch):04X} cannot stand in a row")
+    return 'u"' + "".join(out) + '"'
+
+
+def main():
+    if len(sys.argv) != 2:
+        fail("usage: make-variant-rows.py DESCRIPTION.md > variant_rows.inc")
+    with open(sys.argv[1], encoding="utf-8") as f:
+        lines = f.read().splitlines()
+    rows = read_rows(lines)
+    facts = check(rows)
+
+    print("// Generated by tools/make-variant-rows.py: do not edit. One literal per index")
+    print("// 0..1346 of the variant table; row 1 is put together from Shift-JIS codes.")
+    for number in range(0, LAST_ROW + 1):
+        text = "" if number == 1 else rows.get(number, "")
+        print(f"{literal(text)},  // {number}")
+    summary = ", ".join(f"{name} {got}" for name, (got, _) in facts.items())
+    print(f"make-variant-rows: {summary}", file=sys.stderr)
+
+
+if __name__ == "__main__":
+    main()
