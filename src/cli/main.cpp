@@ -14,7 +14,8 @@ constexpr const char* kUsage =
     "usage: suizo COMMAND [OPTIONS]\n"
     "\n"
     "commands:\n"
-    "  info [--data DIR]   load the store and print what each table holds\n"
+    "  convert [--data DIR]  convert the .dat exports into the store (.dax)\n"
+    "  info [--data DIR]     load the store and print what each table holds\n"
     "\n"
     "The data folder is DIR, else $SUIZO_DATA, else Data/ beside the program.\n";
 
@@ -46,6 +47,7 @@ int main(int argc, char** argv) {
   const Context context{ProgramFolder(), std::cout, std::cerr};
   try {
     if (command == "info") return Info(args, context);
+    if (command == "convert") return Convert(args, context);
   } catch (const suizo::corpus::CorpusError& e) {
     std::cerr << "suizo " << command << ": " << e.what() << "\n";
     return kFailed;

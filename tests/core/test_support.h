@@ -19,11 +19,12 @@ namespace suizo::testing {
 // A fresh folder under the system's temporary folder, removed afterwards.
 class TempDir {
  public:
-  TempDir() {
+  // `suffix` tells apart two folders of one test.
+  explicit TempDir(const std::string& suffix = "") {
     const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
     path_ = std::filesystem::temp_directory_path() /
             ("suizo-" + std::string(info->test_suite_name()) + "-" + info->name() + "-" +
-             std::to_string(::getpid()));
+             std::to_string(::getpid()) + suffix);
     std::filesystem::remove_all(path_);
     std::filesystem::create_directories(path_);
   }

@@ -60,6 +60,11 @@ class Corpus {
   std::vector<int> DicYomi;
   int DisMaxY = 0;
 
+  // Set when the user's notes in a table changed: the exit writes its store.
+  int DatDirty = 0;
+  int HokDirty = 0;
+  int SDatDirty = 0;
+
  private:
   std::filesystem::path dataPath_;
   std::array<Table, kTableCount> tables_;

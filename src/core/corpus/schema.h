@@ -89,24 +89,61 @@ inline constexpr int kOrderRow = 0;  // row 0 holds the order counts
 
 namespace mok {
 inline constexpr int kSysNo = 3;
+inline constexpr int kBangou = 4;      // 番号
+inline constexpr int kRecipient = 13;  // 対告
 }  // namespace mok
 
 namespace dic {
+inline constexpr int kKey = 1;     // 辞基本No
+inline constexpr int kHeadNo = 2;  // 見出No
 inline constexpr int kHeadWord = 3;  // 見出項目; in row 1 it gives way to the count of entries kept
 inline constexpr int kCountRow = 1;
 inline constexpr int kKeptColumn = 4;     // `DicOrder`
 inline constexpr int kReadingColumn = 5;  // `DicYomi`
+inline constexpr int kReading = 6;        // 見出よみ
+inline constexpr int kExplanation = 7;    // 語義解説
+inline constexpr int kLookupKey = 8;      // 印
+inline constexpr int kClass = 11;         // 分類
+inline constexpr int kClassLabel = 12;    // 事類
 }  // namespace dic
 
+namespace hok {
+inline constexpr int kSutraName = 8;  // 経名
+inline constexpr int kFascicle = 31;  // 備考, the fascicle's label once imported
+}  // namespace hok
+
+namespace outline {
+inline constexpr int kHeading = 4;  // 科文, in both outlines
+}  // namespace outline
+
 namespace nen {
+inline constexpr int kBaseNo = 1;      // 年基礎No
+inline constexpr int kDate = 7;        // 年月日: the year first, or "★"
+inline constexpr int kMonthDay2 = 10;  // 月日2, compared with accession days
+inline constexpr int kEvent = 14;      // 事項
+inline constexpr int kClass = 17;      // C
+inline constexpr int kLink = 19;       // 関連ﾃﾞｰﾀ
+inline constexpr int kSysNo = 20;      // ｼｽﾃﾑNo.
+inline constexpr int kToldFlag = 22;   // 1 when the event is only told
+inline constexpr int kSourceNo = 23;   // 史料番号
+inline constexpr int kRowLink = 24;    // the `Dat` or `SMok` row linked
+inline constexpr int kMandalaNo = 25;  // 本尊No
+inline constexpr int kShown = 26;      // display mark
+inline constexpr int kMokRow = 27;     // the `Mok` row linked
 // Office columns, written with "@" between characters in the store.
 inline constexpr std::array<int, 5> kOfficeFields = {9, 12, 16, 18, 21};
 }  // namespace nen
 
 namespace sdat {
 inline constexpr int kSysNo = 2;
+inline constexpr int kShaped = 11;      // 漢文成形: a row without it joins no order
 inline constexpr int kOrderColumn = 1;  // source order; its count is in row 0
 inline constexpr int kOrderRow = 0;
 }  // namespace sdat
+
+namespace smok {
+inline constexpr int kNumber = 2;  // 史料番号
+inline constexpr int kMark = 12;   // 印: 0 keeps the row in the list
+}  // namespace smok
 
 }  // namespace suizo::corpus

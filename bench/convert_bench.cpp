@@ -1,0 +1,93 @@
+// The import of the full-scale corpus: every .dat read, converted and written
+// as the store. Reports the time each table took, and compares the whole with
+// the floor of the work, transcoding the same bytes from Shift-JIS.
+#include <benchmark/benchmark.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <map>
+
+#include "core/corpus/file_io.h"
+#include "core/corpus/import.h"
+#include "core/text/sjis.h"
+#include "modules.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using suizo::corpus::Corpus;
+using suizo::corpus::TableId;
+
+const std::filesystem::path& FullCorpus() {
+  static const std::filesystem::path folder = [] {
+    auto path =
+        std::filesystem::temp_directory_path() / ("suizo-convert-" + std::to_string(::getpid()));
+    std::filesystem::create_directories(path);
+    const auto sizes = suizo::gen::SizesOf(suizo::gen::Scale::Full);
+    suizo::gen::Registry registry;
+    suizo::gen::WriteWritings(sizes, registry, path);
+    suizo::gen::WriteSources(sizes, registry, path);
+    suizo::gen::WriteSutra(sizes, registry, path);
+    suizo::gen::WriteChronology(sizes, registry, path);
+    suizo::gen::WriteDictionary(sizes, registry, path);
+    suizo::gen::WriteCorrections(registry, path);
+    return path;
+  }();
+  return folder;
+}
+
+std::int64_t ExportBytes() {
+  std::int64_t total = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(FullCorpus())) {
+    if (entry.path().extension() == ".dat") total += static_cast<std::int64_t>(entry.file_size());
+  }
+  return total;
+}
+
+void BM_ReadDataFirst(benchmark::State& state) {
+  std::map<std::string, double> perTable;
+  for (auto _ : state) {
+    Corpus corpus(FullCorpus());
+    auto options = suizo::corpus::ImportOptionsFor(FullCorpus());
+    auto last = Clock::now();
+    options.progress = [&](TableId id) {
+      const auto now = Clock::now();
+      perTable[std::string(suizo::corpus::SchemaOf(id).name)] +=
+          std::chrono::duration<double, std::milli>(now - last).count();
+      last = now;
+    };
+    suizo::corpus::ReadDataFirst(corpus, options);
+    benchmark::DoNotOptimize(corpus.Dat().rows());
+  }
+  for (const auto& [table, ms] : perTable) {
+    state.counters[table + "_ms"] = ms / static_cast<double>(state.iterations());
+  }
+  state.SetBytesProcessed(state.iterations() * ExportBytes());
+}
+BENCHMARK(BM_ReadDataFirst)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+// The floor: the same .dat bytes read and transcoded to UTF-16.
+void BM_TranscodeExports(benchmark::State& state) {
+  for (auto _ : state) {
+    for (const auto& entry : std::filesystem::directory_iterator(FullCorpus())) {
+      if (entry.path().extension() != ".dat") continue;
+      const auto text = suizo::text::DecodeSjis(suizo::corpus::ReadFileBytes(entry.path()));
+      benchmark::DoNotOptimize(text.data());
+    }
+  }
+  state.SetBytesProcessed(state.iterations() * ExportBytes());
+}
+BENCHMARK(BM_TranscodeExports)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  FullCorpus();
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+  std::filesystem::remove_all(FullCorpus());
+  return 0;
+}

@@ -1,0 +1,86 @@
+#include <unistd.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <optional>
+
+#include "cli/commands.h"
+#include "core/corpus/corpus.h"
+#include "core/corpus/data_path.h"
+#include "core/corpus/file_io.h"
+#include "core/corpus/import.h"
+#include "core/corpus/startup.h"
+#include "core/text/utf16.h"
+
+namespace suizo::cli {
+namespace {
+
+// About as many steps as the import takes: one per table, one per order of
+// the writings, one per 2,000 events of the chronology.
+constexpr int kExpectedSteps = 26;
+constexpr int kBarWidth = 30;
+
+class ProgressBar {
+ public:
+  explicit ProgressBar(std::ostream& out) : out_(out), live_(::isatty(STDERR_FILENO) != 0) {}
+
+  void Step(corpus::TableId table) {
+    ++steps_;
+    const auto& schema = corpus::SchemaOf(table);
+    if (!live_) {
+      if (table != last_) out_ << "converted " << schema.stem << ".dat\n";
+      last_ = table;
+      return;
+    }
+    const int filled = std::min(kBarWidth, steps_ * kBarWidth / kExpectedSteps);
+    out_ << "\r[" << std::string(static_cast<std::size_t>(filled), '#')
+         << std::string(static_cast<std::size_t>(kBarWidth - filled), ' ') << "] " << schema.stem
+         << "        " << std::flush;
+  }
+
+  void Done() {
+    if (live_) out_ << "\n";
+  }
+
+ private:
+  std::ostream& out_;
+  bool live_;
+  int steps_ = 0;
+  std::optional<corpus::TableId> last_;
+};
+
+}  // namespace
+
+int Convert(const std::vector<std::string>& args, const Context& context) {
+  std::optional<std::filesystem::path> data;
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    if (args[i] == "--data" && i + 1 < args.size()) {
+      data = args[++i];
+    } else {
+      context.err << "suizo convert: unexpected argument \"" << args[i] << "\"\n"
+                  << "usage: suizo convert [--data DIR]\n";
+      return kFailed;
+    }
+  }
+  const auto dataPath =
+      corpus::ResolveDataPath(data, std::getenv("SUIZO_DATA"), context.programFolder);
+  if (!std::filesystem::is_directory(dataPath)) {
+    context.err << "suizo convert: no data folder at " << corpus::DisplayPath(dataPath) << "\n";
+    return kFailed;
+  }
+  corpus::ImportOptions options = corpus::ImportOptionsFor(dataPath);
+  ProgressBar bar(context.err);
+  options.progress = [&](corpus::TableId table) { bar.Step(table); };
+  options.message = [&](const std::u16string& m) {
+    context.err << "\n" << text::ToUtf8(m) << "\n";
+  };
+  corpus::Corpus store(dataPath);
+  corpus::ReadDataFirst(store, options);
+  corpus::WriteVersion(dataPath, kVersion);
+  bar.Done();
+  context.out << "converted " << corpus::DisplayPath(dataPath) << " (version "
+              << text::ToUtf8(kVersion) << ")\n";
+  return kOk;
+}
+
+}  // namespace suizo::cli

@@ -1,0 +1,128 @@
+#include "core/corpus/startup.h"
+
+#include "core/corpus/errors.h"
+#include "core/corpus/file_io.h"
+#include "core/corpus/notes.h"
+#include "core/text/numbers.h"
+#include "core/text/sjis.h"
+#include "core/text/utf16.h"
+
+namespace suizo::corpus {
+namespace {
+
+constexpr int kStartGroups[] = {0, 1, 2, 6};
+
+bool ExportsPresent(const std::filesystem::path& dataPath) {
+  for (const TableSchema& schema : Schemas()) {
+    std::u8string name(schema.stem.begin(), schema.stem.end());
+    name += u8".dat";
+    if (!std::filesystem::exists(dataPath / name)) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::u16string VersionString(int major, int minor, int revision) {
+  return text::IntText(major) + u"." + text::IntText(minor) + u"." + text::IntText(revision);
+}
+
+StartupDecision DecideStartup(const std::filesystem::path& dataPath, std::u16string_view version) {
+  const auto path = dataPath / "ver.dax";
+  StartupDecision decision;
+  if (!std::filesystem::exists(path)) return decision;
+  std::u16string text;
+  try {
+    text = text::DecodeSjis(ReadFileBytes(path));
+  } catch (const text::SjisDecodeError& e) {
+    throw CorpusError({DisplayPath(path), 1}, e.what());
+  }
+  // A line ends at CR, as the original's line reader has it: a bare LF stays
+  // in the text, so a store written with other line ends is another version.
+  const auto end = text.find(u'\r');
+  decision.storedVersion = text.substr(0, end == std::u16string::npos ? text.size() : end);
+  decision.path = decision.storedVersion == version ? StartupPath::Current : StartupPath::Reconvert;
+  return decision;
+}
+
+void WriteVersion(const std::filesystem::path& dataPath, std::u16string_view version) {
+  WriteFileWhole(dataPath / "ver.dax", text::EncodeSjis(std::u16string(version) + u"\r\n"));
+}
+
+std::u16string K3Line(std::u16string_view line) {
+  const bool marked = line.find_first_of(u"“”") != std::u16string_view::npos ||
+                      line.find(u"\"\"") != std::u16string_view::npos;
+  if (!marked) return std::u16string(line);
+  std::u16string out(line);
+  for (const std::u16string_view mark : {u"““", u"””", u"“", u"”", u"\"\""}) {
+    out = text::ReplaceAll(out, mark, u"´");
+  }
+  return out;
+}
+
+void K3Dat(const std::filesystem::path& exportFile, const std::filesystem::path& datFile) {
+  const std::string bytes = ReadFileBytes(exportFile);
+  std::u16string text;
+  if (exportFile.extension() == ".k3x") {
+    std::size_t start = bytes.size() >= 2 && bytes[0] == '\xFF' && bytes[1] == '\xFE' ? 2 : 0;
+    for (std::size_t i = start; i + 1 < bytes.size(); i += 2) {
+      text += static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
+                                    static_cast<unsigned char>(bytes[i + 1]) << 8);
+    }
+  } else {
+    try {
+      text = text::DecodeSjis(bytes);
+    } catch (const text::SjisDecodeError& e) {
+      throw CorpusError({DisplayPath(exportFile)}, e.what());
+    }
+  }
+  std::u16string out;
+  for (auto line : text::Split(text, u"\n")) {
+    if (!line.empty() && line.back() == u'\r') line.remove_suffix(1);
+    out += K3Line(line);
+    out += u"\r\n";
+  }
+  if (!text.empty() && text.back() == u'\n') out.resize(out.size() - 2);  // no extra last line
+  try {
+    WriteFileWhole(datFile, text::EncodeSjis(out));
+  } catch (const text::SjisEncodeError& e) {
+    throw CorpusError({DisplayPath(exportFile)}, e.what());
+  }
+}
+
+StartupReport OpenStore(Corpus& corpus, std::u16string_view version, const ImportOptions& options,
+                        OutsideDatabase& outside) {
+  StartupReport report;
+  report.decision = DecideStartup(corpus.dataPath(), version);
+  switch (report.decision.path) {
+    case StartupPath::Current:
+      break;
+    case StartupPath::Reconvert: {
+      corpus.ReadData(0);
+      corpus.ReadData(2);
+      // Stores older than 0.8 had no source notes.
+      const bool sources = text::Val(report.decision.storedVersion) >= 0.8;
+      if (sources) corpus.ReadData(6);
+      ExportNotes(corpus, sources);
+      report.notesRestored = true;
+      ReadDataFirst(corpus, options);
+      WriteVersion(corpus.dataPath(), version);
+      break;
+    }
+    case StartupPath::FirstRun:
+      if (!outside.ExportTo(corpus.dataPath()) && !ExportsPresent(corpus.dataPath())) {
+        throw CorpusError({DisplayPath(corpus.dataPath())}, text::ToUtf8(kNoProductMessage));
+      }
+      ReadDataFirst(corpus, options);
+      WriteVersion(corpus.dataPath(), version);
+      break;
+  }
+  for (const int group : kStartGroups) corpus.ReadData(group);
+  if (report.notesRestored) {
+    RestoreNotes(corpus);
+    corpus.DatDirty = corpus.HokDirty = corpus.SDatDirty = 1;
+  }
+  return report;
+}
+
+}  // namespace suizo::corpus

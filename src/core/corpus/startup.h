@@ -1,0 +1,72 @@
+// What a start does with the data folder before the first window: use the
+// store as it is, rebuild it from new exports keeping the user's notes, or
+// build it for the first time.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/corpus/corpus.h"
+#include "core/corpus/import.h"
+
+namespace suizo::corpus {
+
+enum class StartupPath {
+  Current,    // ver.dax holds this version: load the store
+  Reconvert,  // another version wrote the store: carry the notes over a new import
+  FirstRun,   // no ver.dax: export from the outside database, then import
+};
+
+struct StartupDecision {
+  StartupPath path = StartupPath::FirstRun;
+  std::u16string storedVersion;  // the first line of ver.dax, when there is one
+};
+
+// The version as the store records it: "major.minor.revision".
+std::u16string VersionString(int major, int minor, int revision);
+
+// Compares the first line of ver.dax with the program's version as exact
+// text: a trailing blank or any other difference counts as another version.
+StartupDecision DecideStartup(const std::filesystem::path& dataPath, std::u16string_view version);
+
+void WriteVersion(const std::filesystem::path& dataPath, std::u16string_view version);
+
+// The outside database the first run exports from. This platform has none,
+// so `Find` says so and the start converts the exports already in the folder.
+class OutsideDatabase {
+ public:
+  virtual ~OutsideDatabase() = default;
+  // True when the product is installed and its corpus could be exported.
+  virtual bool ExportTo(const std::filesystem::path& dataPath) = 0;
+};
+
+class NoOutsideDatabase : public OutsideDatabase {
+ public:
+  bool ExportTo(const std::filesystem::path&) override { return false; }
+};
+
+// The message of a first run that finds neither the product nor exports.
+inline constexpr std::u16string_view kNoProductMessage = u"『桐』がインストールされていません";
+
+// An export line made readable by the sequential reader: the typographic
+// quotation marks and doubled quotes become "´" (`K3Dat`).
+std::u16string K3Line(std::u16string_view line);
+
+// `K3Dat`: one export (.k3 in Shift-JIS, or .k3x in UTF-16) made a .dat.
+void K3Dat(const std::filesystem::path& exportFile, const std::filesystem::path& datFile);
+
+struct StartupReport {
+  StartupDecision decision;
+  bool notesRestored = false;
+};
+
+// The whole start before the first window: decides, rebuilds the store if it
+// must (writing ver.dax after), loads groups 0, 1, 2 and 6, and puts back the
+// notes carried over a rebuild, marking the tables dirty so that the next
+// exit writes them into the store.
+StartupReport OpenStore(Corpus& corpus, std::u16string_view version, const ImportOptions& options,
+                        OutsideDatabase& outside);
+
+}  // namespace suizo::corpus
