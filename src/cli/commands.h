@@ -3,6 +3,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -22,6 +23,13 @@ inline constexpr int kFailed = 2;  // bad arguments or bad data
 
 // The program's version as the store records it.
 inline constexpr std::u16string_view kVersion = u"" SUIZO_VERSION_U16;
+
+// The data folder a command works on: "--data DIR", else $SUIZO_DATA, else
+// Data/ beside the program. Nothing when the arguments are wrong or the folder
+// is not there; the reason has gone to the error stream.
+std::optional<std::filesystem::path> DataFolderArgument(const std::vector<std::string>& args,
+                                                        const std::string& command,
+                                                        const Context& context);
 
 int Info(const std::vector<std::string>& args, const Context& context);
 int Convert(const std::vector<std::string>& args, const Context& context);

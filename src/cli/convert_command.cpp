@@ -52,22 +52,9 @@ class ProgressBar {
 }  // namespace
 
 int Convert(const std::vector<std::string>& args, const Context& context) {
-  std::optional<std::filesystem::path> data;
-  for (std::size_t i = 0; i < args.size(); ++i) {
-    if (args[i] == "--data" && i + 1 < args.size()) {
-      data = args[++i];
-    } else {
-      context.err << "suizo convert: unexpected argument \"" << args[i] << "\"\n"
-                  << "usage: suizo convert [--data DIR]\n";
-      return kFailed;
-    }
-  }
-  const auto dataPath =
-      corpus::ResolveDataPath(data, std::getenv("SUIZO_DATA"), context.programFolder);
-  if (!std::filesystem::is_directory(dataPath)) {
-    context.err << "suizo convert: no data folder at " << corpus::DisplayPath(dataPath) << "\n";
-    return kFailed;
-  }
+  const auto folder = DataFolderArgument(args, "convert", context);
+  if (!folder) return kFailed;
+  const std::filesystem::path& dataPath = *folder;
   corpus::ImportOptions options = corpus::ImportOptionsFor(dataPath);
   ProgressBar bar(context.err);
   options.progress = [&](corpus::TableId table) { bar.Step(table); };

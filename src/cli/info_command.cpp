@@ -15,22 +15,9 @@ using corpus::Schemas;
 using text::ToUtf8;
 
 int Info(const std::vector<std::string>& args, const Context& context) {
-  std::optional<std::filesystem::path> data;
-  for (std::size_t i = 0; i < args.size(); ++i) {
-    if (args[i] == "--data" && i + 1 < args.size()) {
-      data = args[++i];
-    } else {
-      context.err << "suizo info: unexpected argument \"" << args[i] << "\"\n"
-                  << "usage: suizo info [--data DIR]\n";
-      return kFailed;
-    }
-  }
-  const auto dataPath =
-      corpus::ResolveDataPath(data, std::getenv("SUIZO_DATA"), context.programFolder);
-  if (!std::filesystem::is_directory(dataPath)) {
-    context.err << "suizo info: no data folder at " << corpus::DisplayPath(dataPath) << "\n";
-    return kFailed;
-  }
+  const auto folder = DataFolderArgument(args, "info", context);
+  if (!folder) return kFailed;
+  const std::filesystem::path& dataPath = *folder;
   corpus::Corpus store(dataPath);
   const corpus::StoreSummary summary = corpus::LoadAndSummarize(store);
 

@@ -20,14 +20,7 @@ bool IsBlank(char16_t c) {
 
 DatReader::DatReader(const std::filesystem::path& path, const TableSchema& schema)
     : file_(DisplayPath(path)), schema_(&schema) {
-  const std::string bytes = ReadFileBytes(path);
-  try {
-    text_ = text::DecodeSjis(bytes);
-  } catch (const text::SjisDecodeError& e) {
-    const auto before = std::string_view(bytes).substr(0, e.byteOffset());
-    const long line = static_cast<long>(std::count(before.begin(), before.end(), '\n')) + 1;
-    throw CorpusError({file_, line}, e.what());
-  }
+  text_ = ReadShiftJisFile(path);
 
   std::size_t begin = 0;
   std::size_t end = 0;

@@ -4,11 +4,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
 
 #include "core/corpus/errors.h"
+#include "core/text/sjis.h"
 
 namespace suizo::corpus {
 namespace {
@@ -65,6 +67,17 @@ std::string ReadFileBytes(const std::filesystem::path& path) {
     return bytes.data();
   });
   return bytes;
+}
+
+std::u16string ReadShiftJisFile(const std::filesystem::path& path) {
+  const std::string bytes = ReadFileBytes(path);
+  try {
+    return text::DecodeSjis(bytes);
+  } catch (const text::SjisDecodeError& e) {
+    const auto before = std::string_view(bytes).substr(0, e.byteOffset());
+    const long line = static_cast<long>(std::count(before.begin(), before.end(), '\n')) + 1;
+    throw CorpusError({DisplayPath(path), line}, e.what());
+  }
 }
 
 void WriteFileWhole(const std::filesystem::path& path, std::string_view bytes) {

@@ -18,6 +18,10 @@ std::string ReadFileBytes(const std::filesystem::path& path);
 void ReadFileInto(const std::filesystem::path& path,
                   const std::function<void*(std::size_t)>& allocate);
 
+// The file decoded from Shift-JIS; a bad byte is a CorpusError naming the
+// file and its line.
+std::u16string ReadShiftJisFile(const std::filesystem::path& path);
+
 void WriteFileWhole(const std::filesystem::path& path, std::string_view bytes);
 
 // The path as UTF-8, for messages.

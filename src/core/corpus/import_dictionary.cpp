@@ -29,12 +29,7 @@ constexpr std::array<std::u16string_view, 9> kClassLabels = {
 // The header lands in entry 0, as the sequential reader leaves it.
 std::vector<std::u16string> ReadClassTable(const std::filesystem::path& path) {
   const std::string file = DisplayPath(path);
-  std::u16string text;
-  try {
-    text = text::DecodeSjis(ReadFileBytes(path));
-  } catch (const text::SjisDecodeError& e) {
-    throw CorpusError({file}, e.what());
-  }
+  const std::u16string text = ReadShiftJisFile(path);
   std::vector<std::u16string> classes(kClassTableSize);
   long line = 0;
   for (auto record : text::Split(text, u"\n")) {

@@ -61,12 +61,7 @@ void Restore(Corpus& corpus, const NoteFile& file) {
   const auto path = corpus.dataPath() / file.name;
   if (!std::filesystem::exists(path)) return;
   const std::string name = DisplayPath(path);
-  std::u16string text;
-  try {
-    text = text::DecodeSjis(ReadFileBytes(path));
-  } catch (const text::SjisDecodeError& e) {
-    throw CorpusError({name}, e.what());
-  }
+  const std::u16string text = ReadShiftJisFile(path);
   Table& table = corpus.table(file.table);
   long line = 0;
   for (auto record : text::Split(text, u"\n")) {

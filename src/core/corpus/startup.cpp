@@ -31,12 +31,7 @@ StartupDecision DecideStartup(const std::filesystem::path& dataPath, std::u16str
   const auto path = dataPath / "ver.dax";
   StartupDecision decision;
   if (!std::filesystem::exists(path)) return decision;
-  std::u16string text;
-  try {
-    text = text::DecodeSjis(ReadFileBytes(path));
-  } catch (const text::SjisDecodeError& e) {
-    throw CorpusError({DisplayPath(path), 1}, e.what());
-  }
+  const std::u16string text = ReadShiftJisFile(path);
   // A line ends at CR, as the original's line reader has it: a bare LF stays
   // in the text, so a store written with other line ends is another version.
   const auto end = text.find(u'\r');
@@ -61,20 +56,16 @@ std::u16string K3Line(std::u16string_view line) {
 }
 
 void K3Dat(const std::filesystem::path& exportFile, const std::filesystem::path& datFile) {
-  const std::string bytes = ReadFileBytes(exportFile);
   std::u16string text;
   if (exportFile.extension() == ".k3x") {
+    const std::string bytes = ReadFileBytes(exportFile);
     std::size_t start = bytes.size() >= 2 && bytes[0] == '\xFF' && bytes[1] == '\xFE' ? 2 : 0;
     for (std::size_t i = start; i + 1 < bytes.size(); i += 2) {
       text += static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
                                     static_cast<unsigned char>(bytes[i + 1]) << 8);
     }
   } else {
-    try {
-      text = text::DecodeSjis(bytes);
-    } catch (const text::SjisDecodeError& e) {
-      throw CorpusError({DisplayPath(exportFile)}, e.what());
-    }
+    text = ReadShiftJisFile(exportFile);
   }
   std::u16string out;
   for (auto line : text::Split(text, u"\n")) {

@@ -1,0 +1,31 @@
+#include <cstdlib>
+
+#include "cli/commands.h"
+#include "core/corpus/data_path.h"
+#include "core/corpus/file_io.h"
+
+namespace suizo::cli {
+
+std::optional<std::filesystem::path> DataFolderArgument(const std::vector<std::string>& args,
+                                                        const std::string& command,
+                                                        const Context& context) {
+  std::optional<std::filesystem::path> data;
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    if (args[i] == "--data" && i + 1 < args.size()) {
+      data = args[++i];
+    } else {
+      context.err << "suizo " << command << ": unexpected argument \"" << args[i] << "\"\n"
+                  << "usage: suizo " << command << " [--data DIR]\n";
+      return std::nullopt;
+    }
+  }
+  auto dataPath = corpus::ResolveDataPath(data, std::getenv("SUIZO_DATA"), context.programFolder);
+  if (!std::filesystem::is_directory(dataPath)) {
+    context.err << "suizo " << command << ": no data folder at " << corpus::DisplayPath(dataPath)
+                << "\n";
+    return std::nullopt;
+  }
+  return dataPath;
+}
+
+}  // namespace suizo::cli
