@@ -10,7 +10,9 @@
 
 #include "core/corpus/file_io.h"
 #include "core/corpus/import.h"
+#include "core/corpus/orders.h"
 #include "core/text/sjis.h"
+#include "core/text/utf16.h"
 #include "modules.h"
 
 namespace {
@@ -66,6 +68,40 @@ void BM_ReadDataFirst(benchmark::State& state) {
   state.SetBytesProcessed(state.iterations() * ExportBytes());
 }
 BENCHMARK(BM_ReadDataFirst)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+// A change of collection on the full-scale store: the order read back and the
+// documents placed, listed and sorted (`ConvDat2` and `ConvMok`).
+Corpus& ConvertedStore() {
+  static Corpus* store = [] {
+    Corpus imported(FullCorpus());
+    suizo::corpus::ReadDataFirst(imported, suizo::corpus::ImportOptionsFor(FullCorpus()));
+    auto* loaded = new Corpus(FullCorpus());
+    loaded->ReadData(0);
+    return loaded;
+  }();
+  return *store;
+}
+
+void BM_PlaceDocuments(benchmark::State& state) {
+  Corpus& corpus = ConvertedStore();
+  const int gk = static_cast<int>(state.range(0));
+  suizo::corpus::Selection selection;
+  suizo::corpus::InitialOrders(corpus, selection);
+  for (auto _ : state) {
+    selection.Gk = gk;
+    selection.MokRedo = 1;
+    suizo::corpus::ApplySelection(corpus, selection);
+    benchmark::DoNotOptimize(corpus.MosMaxY);
+  }
+  state.SetLabel(suizo::text::ToUtf8(suizo::corpus::FindCollection(gk)->label));
+  state.counters["documents"] = corpus.MosMaxY;
+}
+BENCHMARK(BM_PlaceDocuments)
+    ->Unit(benchmark::kMillisecond)
+    ->DenseRange(0, 0)
+    ->DenseRange(22, 29)
+    ->Arg(31)
+    ->Arg(35);
 
 // The floor: the same .dat bytes read and transcoded to UTF-16.
 void BM_TranscodeExports(benchmark::State& state) {

@@ -16,6 +16,10 @@ constexpr const char* kUsage =
     "commands:\n"
     "  convert [--data DIR]  convert the .dat exports into the store (.dax)\n"
     "  info [--data DIR]     load the store and print what each table holds\n"
+    "  contents [--data DIR] [--collection LABEL] [--order page|date] [--classes 0123456789]\n"
+    "           [--sources] [--json]\n"
+    "                        the list a contents window shows: position, row, ｼｽﾃﾑNo., 番号,\n"
+    "                        start page, title\n"
     "\n"
     "The data folder is DIR, else $SUIZO_DATA, else Data/ beside the program.\n";
 
@@ -48,6 +52,7 @@ int main(int argc, char** argv) {
   try {
     if (command == "info") return Info(args, context);
     if (command == "convert") return Convert(args, context);
+    if (command == "contents") return Contents(args, context);
   } catch (const suizo::corpus::CorpusError& e) {
     std::cerr << "suizo " << command << ": " << e.what() << "\n";
     return kFailed;

@@ -270,9 +270,8 @@ Writings ComposeWritings(const Sizes& sizes, Composer& composer, Registry& regis
       w.rows.push_back(std::move(row));
     }
     if (doc.splitRow > 0) {
-      auto& f = w.rows[static_cast<std::size_t>(doc.firstRow + doc.splitRow)].f;
-      // The first of the two keeps a head mark in the export, the second gets it at run time.
-      f[9] = f[2] == u"14611" ? u"◆" + doc.title + u"　別紙" : std::u16string();
+      // Stored without a head mark: only the system order's placement adds one.
+      w.rows[static_cast<std::size_t>(doc.firstRow + doc.splitRow)].f[9].clear();
     }
   }
   // The second parts of the two works whose later heads have no record.

@@ -60,6 +60,23 @@ class Corpus {
   std::vector<int> DicYomi;
   int DisMaxY = 0;
 
+  // The reading orders of the current selection: element m (from 1) is a row
+  // of the table; element 0 is unused.
+  std::vector<int> DatOrder{0};
+  int DasMaxY = 0;
+  std::vector<int> MokOrder{0};
+  int MosMaxY = 0;
+  int MokAllY = 0;  // documents of the collection before the class filter
+  std::vector<int> SDatOrder{0};
+  int SDasMaxY = 0;
+  std::vector<int> SMokOrder{0};
+  int SMosMaxY = 0;
+
+  // `Dat` rows whose head mark the current placement took away or added, so
+  // that the next placement can undo it.
+  std::vector<int> HeadOff;
+  std::vector<int> HeadOn;
+
   // Set when the user's notes in a table changed: the exit writes its store.
   int DatDirty = 0;
   int HokDirty = 0;

@@ -83,14 +83,23 @@ inline constexpr int kSysNo = 2;     // ｼｽﾃﾑNo.
 inline constexpr int kBangou = 4;    // 番号
 inline constexpr int kClass = 7;     // C
 inline constexpr int kMain = 8;      // ｼｽﾃﾑ版翠典
-inline constexpr int kMain2 = 9;     // ｼｽﾃﾑ版翠典2
+inline constexpr int kMain2 = 9;     // ｼｽﾃﾑ版翠典2; a leading "◆" marks a head row
+inline constexpr int kDate = 19;     // 年月日
+inline constexpr int kDating = 20;   // 系年
 inline constexpr int kOrderRow = 0;  // row 0 holds the order counts
 }  // namespace dat
 
 namespace mok {
+inline constexpr int kPosition = 1;  // 絶対位置: the first reading position of the document
 inline constexpr int kSysNo = 3;
 inline constexpr int kBangou = 4;      // 番号
+inline constexpr int kClass = 9;       // C
+inline constexpr int kTitle = 10;      // 書名
+inline constexpr int kDating = 12;     // 系年
 inline constexpr int kRecipient = 13;  // 対告
+inline constexpr int kNote = 14;       // 解題研室
+inline constexpr int kDate = 26;       // 年月日, the key of the date order
+inline constexpr int kMark = 41;       // 印: 0 keeps the row in the narrowed list
 }  // namespace mok
 
 namespace dic {
@@ -118,6 +127,7 @@ inline constexpr int kHeading = 4;  // 科文, in both outlines
 
 namespace nen {
 inline constexpr int kBaseNo = 1;      // 年基礎No
+inline constexpr int kNumber = 2;      // 年表No, the chronology's order
 inline constexpr int kDate = 7;        // 年月日: the year first, or "★"
 inline constexpr int kMonthDay2 = 10;  // 月日2, compared with accession days
 inline constexpr int kEvent = 14;      // 事項
@@ -136,14 +146,18 @@ inline constexpr std::array<int, 5> kOfficeFields = {9, 12, 16, 18, 21};
 
 namespace sdat {
 inline constexpr int kSysNo = 2;
+inline constexpr int kReading = 9;      // 読下本文; a leading "◆" marks a head row
 inline constexpr int kShaped = 11;      // 漢文成形: a row without it joins no order
 inline constexpr int kOrderColumn = 1;  // source order; its count is in row 0
 inline constexpr int kOrderRow = 0;
 }  // namespace sdat
 
 namespace smok {
-inline constexpr int kNumber = 2;  // 史料番号
-inline constexpr int kMark = 12;   // 印: 0 keeps the row in the list
+inline constexpr int kPosition = 1;  // 絶対位置 in `SDatOrder`
+inline constexpr int kNumber = 2;    // 史料番号
+inline constexpr int kSysNo = 3;
+inline constexpr int kDate = 8;   // 年月日
+inline constexpr int kMark = 12;  // 印: 0 keeps the row in the list
 }  // namespace smok
 
 }  // namespace suizo::corpus
