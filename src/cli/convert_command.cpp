@@ -9,6 +9,7 @@
 #include "core/corpus/data_path.h"
 #include "core/corpus/file_io.h"
 #include "core/corpus/import.h"
+#include "core/corpus/settings.h"
 #include "core/corpus/startup.h"
 #include "core/text/utf16.h"
 
@@ -56,6 +57,9 @@ int Convert(const std::vector<std::string>& args, const Context& context) {
   if (!folder) return kFailed;
   const std::filesystem::path& dataPath = *folder;
   corpus::ImportOptions options = corpus::ImportOptionsFor(dataPath);
+  // The variant setting shapes the dictionary's lookup keys.
+  const corpus::FileSettings settings(corpus::FileSettings::DefaultPath());
+  options.itaiji = corpus::ReadSettings(settings).Itaiji;
   ProgressBar bar(context.err);
   options.progress = [&](corpus::TableId table) { bar.Step(table); };
   options.message = [&](const std::u16string& m) {

@@ -117,6 +117,7 @@ inline constexpr int kClassLabel = 12;    // 事類
 }  // namespace dic
 
 namespace hok {
+inline constexpr int kChapter = 9;    // 品名
 inline constexpr int kSutraName = 8;  // 経名
 inline constexpr int kFascicle = 31;  // 備考, the fascicle's label once imported
 }  // namespace hok

@@ -2,6 +2,7 @@
 
 #include "core/corpus/errors.h"
 #include "core/corpus/file_io.h"
+#include "core/corpus/note_journal.h"
 #include "core/corpus/notes.h"
 #include "core/text/numbers.h"
 #include "core/text/sjis.h"
@@ -113,6 +114,8 @@ StartupReport OpenStore(Corpus& corpus, std::u16string_view version, const Impor
     RestoreNotes(corpus);
     corpus.DatDirty = corpus.HokDirty = corpus.SDatDirty = 1;
   }
+  // Edits of a run that did not end cleanly.
+  report.journalEntries = NoteJournal(corpus.dataPath()).Replay(corpus);
   return report;
 }
 

@@ -60,6 +60,7 @@ void K3Dat(const std::filesystem::path& exportFile, const std::filesystem::path&
 struct StartupReport {
   StartupDecision decision;
   bool notesRestored = false;
+  int journalEntries = 0;  // note edits replayed from a run that did not end cleanly
 };
 
 // The whole start before the first window: decides, rebuilds the store if it

@@ -1,0 +1,186 @@
+#include "core/corpus/note_journal.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "core/corpus/dax_file.h"
+#include "core/corpus/errors.h"
+#include "core/corpus/file_io.h"
+#include "core/corpus/orders.h"
+#include "core/text/numbers.h"
+#include "core/text/utf16.h"
+
+namespace suizo::corpus {
+namespace {
+
+constexpr int kNeutralCollection = 29;
+
+// Notes are found again by the row's stable key; the sutra's rows are fixed.
+std::u16string KeyOf(const Corpus& corpus, TableId table, int row) {
+  switch (table) {
+    case TableId::Dat:
+      return std::u16string(corpus.Dat().Get(row, dat::kSysNo));
+    case TableId::SDat:
+      return std::u16string(corpus.SDat().Get(row, sdat::kSysNo));
+    default:
+      return text::IntText(row);
+  }
+}
+
+int RowOf(const Corpus& corpus, TableId table, std::u16string_view key) {
+  switch (table) {
+    case TableId::Dat:
+      return SysNo(corpus, key);
+    case TableId::SDat:
+      return SysNoS(corpus, key);
+    default:
+      return text::ToInt(key).value_or(0);
+  }
+}
+
+std::u16string Escape(std::u16string_view text) {
+  std::u16string out;
+  for (const char16_t c : text) {
+    switch (c) {
+      case u'\\':
+        out += u"\\\\";
+        break;
+      case u'\t':
+        out += u"\\t";
+        break;
+      case u'\n':
+        out += u"\\n";
+        break;
+      case u'\r':
+        out += u"\\r";
+        break;
+      default:
+        out += c;
+    }
+  }
+  return out;
+}
+
+std::u16string Unescape(std::u16string_view text) {
+  std::u16string out;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != u'\\' || i + 1 == text.size()) {
+      out += text[i];
+      continue;
+    }
+    const char16_t next = text[++i];
+    out += next == u't' ? u'\t' : next == u'n' ? u'\n' : next == u'r' ? u'\r' : next;
+  }
+  return out;
+}
+
+int& DirtyFlag(Corpus& corpus, TableId table) {
+  return table == TableId::Dat   ? corpus.DatDirty
+         : table == TableId::Hok ? corpus.HokDirty
+                                 : corpus.SDatDirty;
+}
+
+}  // namespace
+
+bool IsNoteColumn(TableId table, int field) {
+  return (table == TableId::Dat && (field == 48 || field == 49)) ||
+         (table == TableId::Hok && field == 36) || (table == TableId::SDat && field == 8);
+}
+
+NoteJournal::NoteJournal(const std::filesystem::path& dataPath)
+    : path_(dataPath / "notes.journal") {}
+
+void NoteJournal::Record(const Corpus& corpus, TableId table, int row, int field,
+                         std::u16string_view text) {
+  const std::string line = std::string(SchemaOf(table).name) + "\t" +
+                           text::ToUtf8(KeyOf(corpus, table, row)) + "\t" + std::to_string(field) +
+                           "\t" + text::ToUtf8(Escape(text)) + "\n";
+  const int fd = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
+  if (fd < 0)
+    throw CorpusError({DisplayPath(path_)},
+                      std::string("cannot keep the note: ") + std::strerror(errno));
+  std::size_t done = 0;
+  while (done < line.size()) {
+    const ssize_t n = ::write(fd, line.data() + done, line.size() - done);
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) {
+      const int err = errno;
+      ::close(fd);
+      throw CorpusError({DisplayPath(path_)},
+                        std::string("cannot keep the note: ") + std::strerror(err));
+    }
+    done += static_cast<std::size_t>(n);
+  }
+  const bool flushed = ::fsync(fd) == 0;
+  ::close(fd);
+  if (!flushed) throw CorpusError({DisplayPath(path_)}, "cannot flush the note to disk");
+}
+
+int NoteJournal::Replay(Corpus& corpus) const {
+  if (!Exists()) return 0;
+  const std::string bytes = ReadFileBytes(path_);
+  int applied = 0;
+  std::size_t start = 0;
+  // Only whole lines count: a crash in the middle of one leaves it without its end.
+  for (std::size_t end = bytes.find('\n'); end != std::string::npos;
+       start = end + 1, end = bytes.find('\n', start)) {
+    const std::u16string line = text::FromUtf8(std::string_view(bytes).substr(start, end - start));
+    const auto parts = text::Split(line, u"\t");
+    if (parts.size() != 4) continue;
+    std::optional<TableId> table;
+    for (const TableId id : {TableId::Dat, TableId::Hok, TableId::SDat}) {
+      if (text::ToUtf8(parts[0]) == SchemaOf(id).name) table = id;
+    }
+    const int field = text::ToInt(parts[2]).value_or(-1);
+    if (!table || !IsNoteColumn(*table, field)) continue;
+    const int row = RowOf(corpus, *table, parts[1]);
+    if (row < 1 || row > corpus.table(*table).rows()) continue;
+    corpus.table(*table).Set(row, field, Unescape(parts[3]));
+    DirtyFlag(corpus, *table) = 1;
+    ++applied;
+  }
+  return applied;
+}
+
+void NoteJournal::Remove() const {
+  std::error_code ignored;
+  std::filesystem::remove(path_, ignored);
+}
+
+void EditNote(Corpus& corpus, NoteJournal& journal, TableId table, int row, int field,
+              std::u16string_view text) {
+  if (!IsNoteColumn(table, field)) {
+    throw CorpusError({std::string(SchemaOf(table).stem), 0, row, field}, "not a note column");
+  }
+  journal.Record(corpus, table, row, field, text);
+  corpus.table(table).Set(row, field, text);
+  DirtyFlag(corpus, table) = 1;
+}
+
+void WriteBackNotes(Corpus& corpus, Selection& selection) {
+  if (corpus.DatDirty == 1) {
+    selection.Gk = kNeutralCollection;
+    selection.MokRedo = 1;
+    ApplySelection(corpus, selection);
+    WriteDax(corpus.FilePath(TableId::Dat, ".dax"), corpus.Dat());
+    corpus.DatDirty = 0;
+  }
+  if (corpus.HokDirty == 1) {
+    WriteDax(corpus.FilePath(TableId::Hok, ".dax"), corpus.Hok());
+    corpus.HokDirty = 0;
+  }
+  if (corpus.SDatDirty == 1) {
+    WriteDax(corpus.FilePath(TableId::SDat, ".dax"), corpus.SDat());
+    corpus.SDatDirty = 0;
+  }
+}
+
+void CloseStore(Corpus& corpus, Selection& selection, const NoteJournal& journal) {
+  WriteBackNotes(corpus, selection);
+  journal.Remove();
+}
+
+}  // namespace suizo::corpus

@@ -1,0 +1,51 @@
+// The user's notes: edited in the readers, written into the store at exit
+// when a table changed. Each edit is also appended to a journal beside the
+// store and flushed to disk at once, so that a crash loses no note: the next
+// start replays what the journal holds, and a clean exit removes it.
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+#include "core/corpus/corpus.h"
+#include "core/corpus/selection.h"
+
+namespace suizo::corpus {
+
+// Whether a table's field holds the user's notes: `Dat` 48 and 49, `Hok` 36,
+// `SDat` 8.
+bool IsNoteColumn(TableId table, int field);
+
+class NoteJournal {
+ public:
+  explicit NoteJournal(const std::filesystem::path& dataPath);
+
+  // Appends an edit and flushes it to disk before returning.
+  void Record(const Corpus& corpus, TableId table, int row, int field, std::u16string_view text);
+
+  // Applies the edits of a run that did not end cleanly, marking their tables
+  // dirty. Returns how many were applied; an edit whose row is gone is skipped.
+  int Replay(Corpus& corpus) const;
+
+  bool Exists() const { return std::filesystem::exists(path_); }
+  void Remove() const;
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+// A note edited: the cell takes the text, the table is marked dirty and the
+// journal records it.
+void EditNote(Corpus& corpus, NoteJournal& journal, TableId table, int row, int field,
+              std::u16string_view text);
+
+// The exit's write-back: each table whose notes changed is written into the
+// store; `Dat` is first returned to its neutral head marks by placing the
+// documents in 新修. Nothing is written when nothing changed.
+void WriteBackNotes(Corpus& corpus, Selection& selection);
+
+// The clean end: the write-back, then the journal is no longer needed.
+void CloseStore(Corpus& corpus, Selection& selection, const NoteJournal& journal);
+
+}  // namespace suizo::corpus
