@@ -87,6 +87,21 @@ class SettingsError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// The section each window keeps its place in, by form name.
+struct WindowSection {
+  std::u16string_view form;
+  std::u16string_view section;
+};
+inline constexpr WindowSection kWindowSections[] = {
+    {u"Form9", u"@目次"},      {u"Form2", u"@本文"},      {u"Form7", u"@経文"},
+    {u"Form16", u"@史料本文"}, {u"Form15", u"@史料目次"}, {u"Form5", u"@資料"},
+    {u"Form6", u"@辞書"},      {u"Form12", u"@年表"},     {u"Form14", u"@年設"},
+    {u"Form17", u"@しおり"},   {u"Form3", u"@選択"},      {u"Form4", u"@結果"},
+    {u"Form8", u"@総科"},      {u"Form13", u"@設定"}};
+// The contents windows a reader opens for itself.
+inline constexpr std::u16string_view kReaderContentsSection = u"目次@本文";
+inline constexpr std::u16string_view kSutraContentsSection = u"目次@経文";
+
 // Where a window stood: its section's keys x, y, w, h. Nothing when no width
 // is stored, and the window takes its design size.
 struct Geometry {
