@@ -13,6 +13,25 @@ TEST(Utf16, ReplaceAllGoesLeftToRightWithoutOverlap) {
   EXPECT_EQ(ReplaceAll(u"", u"a", u"x"), u"");
 }
 
+// Every length around the eight-unit blocks, the unit at every place, and
+// units that share a byte with the one sought.
+TEST(Utf16, FindUnitFindsTheFirstAtAnyPlace) {
+  for (std::size_t n = 0; n <= 33; ++n) {
+    std::u16string text(n, u'\u25C7');  // shares the high byte of the mark
+    EXPECT_EQ(FindUnit(text, u'◆'), std::u16string_view::npos) << n;
+    for (std::size_t at = 0; at < n; ++at) {
+      std::u16string marked = text;
+      marked[at] = u'◆';
+      if (at + 3 < n) marked[at + 3] = u'◆';
+      EXPECT_EQ(FindUnit(marked, u'◆'), at) << n << " " << at;
+    }
+  }
+  EXPECT_EQ(FindUnit(u"\uC625\u26C6", u'◆'), std::u16string_view::npos);
+  // A view into a longer text ends where it ends.
+  const std::u16string_view cut = std::u16string_view(u"abcdefghijklmnop◆").substr(0, 16);
+  EXPECT_FALSE(ContainsUnit(cut, u'◆'));
+}
+
 TEST(Utf16, TrimSpaceTakesOnlyTheAsciiBlank) {
   EXPECT_EQ(TrimSpace(u"  法華  "), u"法華");
   EXPECT_EQ(TrimSpace(u"\u3000法華\u3000"), u"\u3000法華\u3000");
