@@ -34,5 +34,6 @@ std::optional<std::filesystem::path> DataFolderArgument(const std::vector<std::s
 int Info(const std::vector<std::string>& args, const Context& context);
 int Convert(const std::vector<std::string>& args, const Context& context);
 int Contents(const std::vector<std::string>& args, const Context& context);
+int Pattern(const std::vector<std::string>& args, const Context& context);
 
 }  // namespace suizo::cli

@@ -20,6 +20,11 @@ constexpr const char* kUsage =
     "           [--sources] [--json]\n"
     "                        the list a contents window shows: position, row, ｼｽﾃﾑNo., 番号,\n"
     "                        start page, title\n"
+    "  pattern [--itaiji 0|1] [--method and|or|not] [--split 1|2]\n"
+    "          [--window writings|sutra|sources] TEXT\n"
+    "                        what a search compiles TEXT into: the word search's expression,\n"
+    "                        or the split search's entries and required count t\n"
+
     "\n"
     "The data folder is DIR, else $SUIZO_DATA, else Data/ beside the program.\n";
 
@@ -53,6 +58,7 @@ int main(int argc, char** argv) {
     if (command == "info") return Info(args, context);
     if (command == "convert") return Convert(args, context);
     if (command == "contents") return Contents(args, context);
+    if (command == "pattern") return Pattern(args, context);
   } catch (const suizo::corpus::CorpusError& e) {
     std::cerr << "suizo " << command << ": " << e.what() << "\n";
     return kFailed;
