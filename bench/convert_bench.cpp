@@ -2,7 +2,6 @@
 // as the store. Reports the time each table took, and compares the whole with
 // the floor of the work, transcoding the same bytes from Shift-JIS.
 #include <benchmark/benchmark.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
@@ -13,39 +12,15 @@
 #include "core/corpus/orders.h"
 #include "core/text/sjis.h"
 #include "core/text/utf16.h"
-#include "modules.h"
+#include "full_corpus.h"
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
 using suizo::corpus::Corpus;
 using suizo::corpus::TableId;
-
-const std::filesystem::path& FullCorpus() {
-  static const std::filesystem::path folder = [] {
-    auto path =
-        std::filesystem::temp_directory_path() / ("suizo-convert-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(path);
-    const auto sizes = suizo::gen::SizesOf(suizo::gen::Scale::Full);
-    suizo::gen::Registry registry;
-    suizo::gen::WriteWritings(sizes, registry, path);
-    suizo::gen::WriteSources(sizes, registry, path);
-    suizo::gen::WriteSutra(sizes, registry, path);
-    suizo::gen::WriteChronology(sizes, registry, path);
-    suizo::gen::WriteDictionary(sizes, registry, path);
-    suizo::gen::WriteCorrections(registry, path);
-    return path;
-  }();
-  return folder;
-}
-
-std::int64_t ExportBytes() {
-  std::int64_t total = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(FullCorpus())) {
-    if (entry.path().extension() == ".dat") total += static_cast<std::int64_t>(entry.file_size());
-  }
-  return total;
-}
+using suizo::bench::ExportBytes;
+using suizo::bench::FullCorpus;
 
 void BM_ReadDataFirst(benchmark::State& state) {
   std::map<std::string, double> perTable;
@@ -71,19 +46,8 @@ BENCHMARK(BM_ReadDataFirst)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 // A change of collection on the full-scale store: the order read back and the
 // documents placed, listed and sorted (`ConvDat2` and `ConvMok`).
-Corpus& ConvertedStore() {
-  static Corpus* store = [] {
-    Corpus imported(FullCorpus());
-    suizo::corpus::ReadDataFirst(imported, suizo::corpus::ImportOptionsFor(FullCorpus()));
-    auto* loaded = new Corpus(FullCorpus());
-    loaded->ReadData(0);
-    return loaded;
-  }();
-  return *store;
-}
-
 void BM_PlaceDocuments(benchmark::State& state) {
-  Corpus& corpus = ConvertedStore();
+  Corpus& corpus = suizo::bench::ConvertedStore({0});
   const int gk = static_cast<int>(state.range(0));
   suizo::corpus::Selection selection;
   suizo::corpus::InitialOrders(corpus, selection);
@@ -124,6 +88,6 @@ int main(int argc, char** argv) {
   FullCorpus();
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
-  std::filesystem::remove_all(FullCorpus());
+  suizo::bench::RemoveFullCorpus();
   return 0;
 }

@@ -35,5 +35,6 @@ int Info(const std::vector<std::string>& args, const Context& context);
 int Convert(const std::vector<std::string>& args, const Context& context);
 int Contents(const std::vector<std::string>& args, const Context& context);
 int Pattern(const std::vector<std::string>& args, const Context& context);
+int Search(const std::vector<std::string>& args, const Context& context);
 
 }  // namespace suizo::cli

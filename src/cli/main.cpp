@@ -24,7 +24,12 @@ constexpr const char* kUsage =
     "          [--window writings|sutra|sources] TEXT\n"
     "                        what a search compiles TEXT into: the word search's expression,\n"
     "                        or the split search's entries and required count t\n"
-
+    "  search [--data DIR] [--window writings|sutra|sources] [--collection LABEL]\n"
+    "         [--order page|date] [--classes DIGITS] [--authentic] [--pane N]\n"
+    "         [--method and|or|not] [--div 1|2] [--auto-div 0|1] [--itaiji 0|1]\n"
+    "         [--limit-doc MPOS] [--refine TEXT]... [--json] TEXT\n"
+    "                        the hits a reader's search finds: hit, Mpos, Lpos, ｼｽﾃﾑNo.,\n"
+    "                        then the count and the kind (word, split1, split2, page)\n"
     "\n"
     "The data folder is DIR, else $SUIZO_DATA, else Data/ beside the program.\n";
 
@@ -59,6 +64,7 @@ int main(int argc, char** argv) {
     if (command == "convert") return Convert(args, context);
     if (command == "contents") return Contents(args, context);
     if (command == "pattern") return Pattern(args, context);
+    if (command == "search") return Search(args, context);
   } catch (const suizo::corpus::CorpusError& e) {
     std::cerr << "suizo " << command << ": " << e.what() << "\n";
     return kFailed;

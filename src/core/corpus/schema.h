@@ -84,6 +84,7 @@ inline constexpr int kBangou = 4;    // 番号
 inline constexpr int kClass = 7;     // C
 inline constexpr int kMain = 8;      // ｼｽﾃﾑ版翠典
 inline constexpr int kMain2 = 9;     // ｼｽﾃﾑ版翠典2; a leading "◆" marks a head row
+inline constexpr int kAutograph = 10;  // 真蹟直読: empty where no autograph survives
 inline constexpr int kDate = 19;     // 年月日
 inline constexpr int kDating = 20;   // 系年
 inline constexpr int kOrderRow = 0;  // row 0 holds the order counts
@@ -117,6 +118,7 @@ inline constexpr int kClassLabel = 12;    // 事類
 }  // namespace dic
 
 namespace hok {
+inline constexpr int kNumber = 1;     // 法華No.
 inline constexpr int kChapter = 9;    // 品名
 inline constexpr int kSutraName = 8;  // 経名
 inline constexpr int kFascicle = 31;  // 備考, the fascicle's label once imported

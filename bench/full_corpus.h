@@ -1,0 +1,21 @@
+// The full-scale corpus the benchmarks run on: generated once per program
+// into a temporary folder, converted to the store on first use.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+
+#include "core/corpus/corpus.h"
+
+namespace suizo::bench {
+
+// The folder of .dat exports; removed by RemoveFullCorpus.
+const std::filesystem::path& FullCorpus();
+void RemoveFullCorpus();
+std::int64_t ExportBytes();
+
+// The store converted from the exports, with `groups` loaded (0 to 6),
+// shared by the benchmarks of one program.
+corpus::Corpus& ConvertedStore(std::initializer_list<int> groups);
+
+}  // namespace suizo::bench
