@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <initializer_list>
@@ -11,6 +14,7 @@
 
 #include "core/corpus/errors.h"
 #include "core/corpus/file_io.h"
+#include "core/corpus/import.h"
 #include "core/corpus/table.h"
 #include "core/text/sjis.h"
 
@@ -95,6 +99,23 @@ corpus::ErrorPlace FaultOf(Read read, const std::filesystem::path& path, corpus:
 
 inline std::filesystem::path FixtureStore() {
   return std::filesystem::path(SUIZO_FIXTURES) / "store";
+}
+
+// The bundled sample corpus, converted once per test program into a
+// temporary folder that is removed when the program ends. Load from it with
+// a fresh Corpus per test; a test that writes must copy it first.
+inline const std::filesystem::path& SampleStore() {
+  static const std::filesystem::path folder = [] {
+    const auto path = std::filesystem::temp_directory_path() / ("suizo-sample-" + std::to_string(::getpid()));
+    std::filesystem::remove_all(path);
+    std::filesystem::copy(std::filesystem::path(SUIZO_SOURCE_DIR) / "data" / "sample", path,
+                          std::filesystem::copy_options::recursive);
+    corpus::Corpus imported(path);
+    corpus::ReadDataFirst(imported, corpus::ImportOptionsFor(path));
+    std::atexit([] { std::filesystem::remove_all(SampleStore()); });
+    return path;
+  }();
+  return folder;
 }
 
 }  // namespace suizo::testing

@@ -85,6 +85,16 @@ inline constexpr int kClass = 7;     // C
 inline constexpr int kMain = 8;      // ｼｽﾃﾑ版翠典
 inline constexpr int kMain2 = 9;     // ｼｽﾃﾑ版翠典2; a leading "◆" marks a head row
 inline constexpr int kAutograph = 10;  // 真蹟直読: empty where no autograph survives
+inline constexpr int kAutographApplied = 11;  // 真蹟活用
+inline constexpr int kCopy = 12;              // 門下写本
+inline constexpr int kCopyApplied = 13;       // 原型活用
+inline constexpr int kTranslation = 15;       // 現代語訳
+inline constexpr int kTitle = 6;              // 書名
+inline constexpr int kNote2 = 48;             // 作業2, the reader's notes
+inline constexpr int kNote3 = 49;             // 作業3
+inline constexpr int kAutographNote = 50;     // 直読備考
+inline constexpr int kCopyNote = 51;          // 写本備考
+inline constexpr int kQuotations = 52;        // 引用索引
 inline constexpr int kDate = 19;     // 年月日
 inline constexpr int kDating = 20;   // 系年
 inline constexpr int kOrderRow = 0;  // row 0 holds the order counts
@@ -119,6 +129,7 @@ inline constexpr int kClassLabel = 12;    // 事類
 
 namespace hok {
 inline constexpr int kNumber = 1;     // 法華No.
+inline constexpr int kKaiketsuPage = 11;  // 開結頁行: page and line in the sutra edition
 inline constexpr int kChapter = 9;    // 品名
 inline constexpr int kSutraName = 8;  // 経名
 inline constexpr int kFascicle = 31;  // 備考, the fascicle's label once imported
