@@ -82,12 +82,4 @@ BENCHMARK(BM_TranscodeExports)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  FullCorpus();
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  suizo::bench::RemoveFullCorpus();
-  return 0;
-}
+int main(int argc, char** argv) { return suizo::bench::RunBenchmarks(argc, argv); }

@@ -1,5 +1,6 @@
 #include "full_corpus.h"
 
+#include <benchmark/benchmark.h>
 #include <unistd.h>
 
 #include "core/corpus/import.h"
@@ -25,6 +26,16 @@ const std::filesystem::path& FullCorpus() {
 }
 
 void RemoveFullCorpus() { std::filesystem::remove_all(FullCorpus()); }
+
+int RunBenchmarks(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  FullCorpus();
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+  RemoveFullCorpus();
+  return 0;
+}
 
 std::int64_t ExportBytes() {
   std::int64_t total = 0;

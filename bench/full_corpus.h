@@ -14,6 +14,10 @@ const std::filesystem::path& FullCorpus();
 void RemoveFullCorpus();
 std::int64_t ExportBytes();
 
+// The benchmark programs' main: the corpus made first, so that no benchmark
+// times its making, and removed at the end.
+int RunBenchmarks(int argc, char** argv);
+
 // The store converted from the exports, with `groups` loaded (0 to 6),
 // shared by the benchmarks of one program.
 corpus::Corpus& ConvertedStore(std::initializer_list<int> groups);

@@ -74,12 +74,4 @@ BENCHMARK(BM_WalkWritings)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  suizo::bench::FullCorpus();
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  suizo::bench::RemoveFullCorpus();
-  return 0;
-}
+int main(int argc, char** argv) { return suizo::bench::RunBenchmarks(argc, argv); }

@@ -36,5 +36,6 @@ int Convert(const std::vector<std::string>& args, const Context& context);
 int Contents(const std::vector<std::string>& args, const Context& context);
 int Pattern(const std::vector<std::string>& args, const Context& context);
 int Search(const std::vector<std::string>& args, const Context& context);
+int Render(const std::vector<std::string>& args, const Context& context);
 
 }  // namespace suizo::cli

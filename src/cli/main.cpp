@@ -30,6 +30,10 @@ constexpr const char* kUsage =
     "         [--limit-doc MPOS] [--refine TEXT]... [--json] TEXT\n"
     "                        the hits a reader's search finds: hit, Mpos, Lpos, ｼｽﾃﾑNo.,\n"
     "                        then the count and the kind (word, split1, split2, page)\n"
+    "  render [--data DIR] [--collection LABEL] [--lpos N | --sysno N] [--vertical]\n"
+    "         [--search TEXT] [--pane N] [--keys KEY,KEY,...]\n"
+    "                        what the writings reader shows there, as JSON: panes, boxes,\n"
+    "                        caption; --keys replays keys first (Down,Ctrl+Up,Right,...)\n"
     "\n"
     "The data folder is DIR, else $SUIZO_DATA, else Data/ beside the program.\n";
 
@@ -65,6 +69,7 @@ int main(int argc, char** argv) {
     if (command == "contents") return Contents(args, context);
     if (command == "pattern") return Pattern(args, context);
     if (command == "search") return Search(args, context);
+    if (command == "render") return Render(args, context);
   } catch (const suizo::corpus::CorpusError& e) {
     std::cerr << "suizo " << command << ": " << e.what() << "\n";
     return kFailed;

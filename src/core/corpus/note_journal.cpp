@@ -86,7 +86,7 @@ int& DirtyFlag(Corpus& corpus, TableId table) {
 }  // namespace
 
 bool IsNoteColumn(TableId table, int field) {
-  return (table == TableId::Dat && (field == 48 || field == 49)) ||
+  return (table == TableId::Dat && (field == 48 || field == 49 || field == 52)) ||
          (table == TableId::Hok && field == 36) || (table == TableId::SDat && field == 8);
 }
 

@@ -12,8 +12,8 @@
 
 namespace suizo::corpus {
 
-// Whether a table's field holds the user's notes: `Dat` 48 and 49, `Hok` 36,
-// `SDat` 8.
+// Whether a table's field is edited in the readers: the notes of `Dat` 48
+// and 49, `Hok` 36 and `SDat` 8, and the writings' quotation index, 52.
 bool IsNoteColumn(TableId table, int field);
 
 class NoteJournal {
