@@ -110,7 +110,14 @@ void PrintView(std::ostream& out, const reader::WritingsView& v, const WritingsR
   for (std::size_t i = 0; i < reader::kPageBoxes.size(); ++i) {
     out << (i ? "," : "") << "\"" << reader::kPageBoxes[i] << "\":" << str(v.pageBoxes[i]);
   }
-  out << "},\n\"SinSyaButton\":{\"caption\":" << str(v.SinSyaCaption) << ",\"colour\":" << v.SinSyaColour
+  out << "},\n\"PageTitle\":{";
+  for (std::size_t i = 0; i < reader::kPageBoxes.size(); ++i) {
+    const int title = reader::PageTitleOf(reader::kPageBoxes[i]);
+    out << (i ? "," : "") << "\"" << title << "\":" << v.clev.PageTitle[static_cast<std::size_t>(title)];
+  }
+  out << "},\"Clev\":[";
+  for (std::size_t i = 0; i < v.clev.Clev.size(); ++i) out << (i ? "," : "") << v.clev.Clev[i];
+  out << "],\n\"SinSyaButton\":{\"caption\":" << str(v.SinSyaCaption) << ",\"colour\":" << v.SinSyaColour
       << "},\"TyoKatButton\":" << str(v.TyoKatCaption) << ",\"Kakko\":" << (v.KakkoVisible ? "true" : "false")
       << ",\"Label3\":{\"text\":" << str(v.Label3Text) << ",\"colour\":" << v.Label3Colour
       << ",\"enabled\":" << (v.Label3Enabled ? "true" : "false") << "},\"tabDown\":" << v.tabDown << ",\"tabs\":[";

@@ -125,6 +125,11 @@ TEST_F(Writings, HeadBoxesAndPageBoxes) {
   EXPECT_TRUE(v.Text6.empty());
   EXPECT_FALSE(v.Text1.empty());
   EXPECT_EQ(v.Label3Text, u"0/0");
+  // The label of the collection in use is coloured by the order.
+  Choose(22);
+  v = reader->Hyouji();
+  EXPECT_EQ(v.clev.PageTitle[22], kPageOrder);
+  EXPECT_EQ(v.clev.PageTitle[23], search::kButtonFace);
 }
 
 TEST_F(Writings, StubsLinkInTheSystemOrderAndAreCutInACollection) {

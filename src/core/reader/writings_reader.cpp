@@ -180,6 +180,7 @@ WritingsView WritingsReader::Hyouji() {
     v.pageBoxes = PageBoxTexts(corpus_->Dat(), corpus_->DatOrder[static_cast<std::size_t>(Lpos())]);
   }
 
+  v.clev = ClevWriteColours(*selection_);
   v.Label3Text = engine_.Label3Text();
   v.Label3Colour = engine_.Label3Colour;
   v.Label3Enabled = engine_.Label3Enabled;

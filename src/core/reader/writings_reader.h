@@ -18,6 +18,7 @@
 #include "core/reader/column_meter.h"
 #include "core/reader/highlight.h"
 #include "core/reader/links.h"
+#include "core/reader/navigation.h"
 #include "core/reader/page_boxes.h"
 #include "core/reader/text_table.h"
 #include "core/search/driver.h"
@@ -51,6 +52,7 @@ struct WritingsView {
   std::u16string caption;
   std::u16string Bangou, Text1, Text4, Text5, Text6;
   std::array<std::u16string, kPageBoxes.size()> pageBoxes;  // in the order of kPageBoxes
+  ClevColours clev;  // `Clev(i)` and `PageTitle(i)`: the collection and classes in use
   std::u16string SinSyaCaption;
   std::uint32_t SinSyaColour = search::kButtonFace;
   std::u16string TyoKatCaption;
