@@ -1,4 +1,5 @@
 #include <map>
+#include <memory>
 #include <optional>
 
 #include "cli/commands.h"
@@ -6,6 +7,8 @@
 #include "core/corpus/orders.h"
 #include "core/corpus/settings.h"
 #include "core/reader/writings_reader.h"
+#include "core/scripture/sources_reader.h"
+#include "core/scripture/sutra_reader.h"
 #include "core/text/numbers.h"
 #include "core/text/utf16.h"
 
@@ -23,6 +26,7 @@ struct RenderOptions {
   std::optional<std::string> search;
   int pane = 0;
   std::vector<std::pair<int, int>> keys;  // key code and Shift value
+  search::SearchWindow window = search::SearchWindow::Writings;
 };
 
 // "Down", "Ctrl+Up", "Shift+Down", "Space", "X", "F1": a key and its modifiers.
@@ -61,7 +65,7 @@ std::optional<RenderOptions> Parse(const std::vector<std::string>& args, std::os
   RenderOptions o;
   const auto usage = [&](const std::string& why) {
     err << "suizo render: " << why << "\n"
-        << "usage: suizo render [--data DIR] " << kSelectionUsage
+        << "usage: suizo render [--data DIR] [--window writings|sutra|sources] " << kSelectionUsage
         << " [--lpos N | --sysno N] [--vertical] [--search TEXT] [--pane N] [--keys KEY,KEY,...]\n";
     return std::nullopt;
   };
@@ -73,6 +77,10 @@ std::optional<RenderOptions> Parse(const std::vector<std::string>& args, std::os
     if (matched) continue;
     if (a == "--data" && hasValue) {
       o.folderArgs = {a, args[++i]};
+    } else if (a == "--window" && hasValue) {
+      const auto v = WindowValue(args[++i]);
+      if (!v) return usage("--window is writings, sutra or sources");
+      o.window = *v;
     } else if (a == "--lpos" && hasValue) {
       o.lpos = Number(args[++i]);
       if (!o.lpos) return usage("--lpos is a line position");
@@ -98,21 +106,26 @@ std::optional<RenderOptions> Parse(const std::vector<std::string>& args, std::os
     }
   }
   if (o.lpos && o.sysNo) return usage("give --lpos or --sysno, not both");
+  const int tabs = o.window == search::SearchWindow::Writings ? 11 : 4;
+  if (o.pane >= tabs) return usage("--pane of this window is 0 to " + std::to_string(tabs - 1));
   return o;
 }
 
-void PrintView(std::ostream& out, const reader::WritingsView& v, const WritingsReader& r) {
+void PrintView(std::ostream& out, const reader::ReaderView& v, const reader::ReaderBase& r) {
   const auto str = [](std::u16string_view t) { return Json(t); };
-  out << "{\"Muki1\":" << v.Muki1 << ",\"Mpos\":" << r.Mpos() << ",\"Lpos\":" << r.Lpos()
+  const std::u16string& chapter = r.engine().pos.chapter;
+  out << "{\"Muki1\":" << v.Muki1 << ",\"Mpos\":" << (chapter.empty() ? std::to_string(r.Mpos()) : str(chapter))
+      << ",\"Lpos\":" << r.Lpos()
       << ",\"BlockLines\":" << v.BlockLines << ",\n\"caption\":" << str(v.caption) << ",\"Bangou\":" << str(v.Bangou)
       << ",\"Text1\":" << str(v.Text1) << ",\"Text4\":" << str(v.Text4) << ",\"Text5\":" << str(v.Text5)
-      << ",\"Text6\":" << str(v.Text6) << ",\n\"pageBoxes\":{";
-  for (std::size_t i = 0; i < reader::kPageBoxes.size(); ++i) {
-    out << (i ? "," : "") << "\"" << reader::kPageBoxes[i] << "\":" << str(v.pageBoxes[i]);
+      << ",\"Text6\":" << str(v.Text6) << ",\"Text2\":" << str(v.Text2) << ",\"Text3\":" << str(v.Text3)
+      << ",\n\"pageBoxes\":{";
+  for (std::size_t i = 0; i < v.pageBoxes.size(); ++i) {
+    out << (i ? "," : "") << "\"" << v.pageBoxes[i].first << "\":" << str(v.pageBoxes[i].second);
   }
   out << "},\n\"PageTitle\":{";
-  for (std::size_t i = 0; i < reader::kPageBoxes.size(); ++i) {
-    const int title = reader::PageTitleOf(reader::kPageBoxes[i]);
+  for (std::size_t i = 0; i < v.pageBoxes.size(); ++i) {
+    const int title = reader::PageTitleOf(v.pageBoxes[i].first);
     out << (i ? "," : "") << "\"" << title << "\":" << v.clev.PageTitle[static_cast<std::size_t>(title)];
   }
   out << "},\"Clev\":[";
@@ -147,28 +160,79 @@ int Render(const std::vector<std::string>& args, const Context& context) {
   for (const int group : {0, 6}) store.ReadData(group);
   corpus::Selection selection = ApplySelectionOptions(store, options->selection);
   corpus::Settings settings;
-  WritingsReader reader(store, selection, settings, nullptr, options->vertical ? 1 : 0);
-  if (store.MosMaxY == 0) {
-    context.err << "suizo render: no document is listed in this selection\n";
-    return kFailed;
-  }
-  if (options->lpos) {
-    if (*options->lpos < 1 || *options->lpos > store.DasMaxY) {
-      context.err << "suizo render: --lpos is 1 to " << store.DasMaxY << " in this order\n";
-      return kFailed;
+  const int muki = options->vertical ? 1 : 0;
+  std::unique_ptr<reader::ReaderBase> made;
+  const std::u16string sysNo = options->sysNo ? text::FromUtf8(*options->sysNo) : u"";
+  switch (options->window) {
+    case search::SearchWindow::Writings: {
+      auto writings = std::make_unique<WritingsReader>(store, selection, settings, nullptr, muki);
+      if (store.MosMaxY == 0) {
+        context.err << "suizo render: no document is listed in this selection\n";
+        return kFailed;
+      }
+      if (options->lpos) {
+        if (*options->lpos < 1 || *options->lpos > store.DasMaxY) {
+          context.err << "suizo render: --lpos is 1 to " << store.DasMaxY << " in this order\n";
+          return kFailed;
+        }
+        writings->GoToLine(*options->lpos);
+      } else if (options->sysNo) {
+        const corpus::ReaderPlace place = corpus::FindReaderPlace(store, sysNo);
+        if (place.OldLsys != sysNo) {
+          context.err << "suizo render: no line of this order has ｼｽﾃﾑNo. " << *options->sysNo << "\n";
+          return kFailed;
+        }
+        writings->GoToLine(place.Lpos);
+      }
+      made = std::move(writings);
+      break;
     }
-    reader.GoToLine(*options->lpos);
-  } else if (options->sysNo) {
-    const corpus::ReaderPlace place = corpus::FindReaderPlace(store, text::FromUtf8(*options->sysNo));
-    if (place.OldLsys != text::FromUtf8(*options->sysNo)) {
-      context.err << "suizo render: no line of this order has ｼｽﾃﾑNo. " << *options->sysNo << "\n";
-      return kFailed;
+    case search::SearchWindow::Sutra: {
+      auto sutra = std::make_unique<scripture::SutraReader>(store, selection, settings, nullptr, muki);
+      const corpus::Table& hok = store.table(corpus::TableId::Hok);
+      int row = options->lpos.value_or(1);
+      if (options->sysNo) {
+        row = 0;
+        for (int r = 1; r <= hok.rows() && row == 0; ++r) {
+          if (hok.Get(r, corpus::hok::kNumber) == sysNo) row = r;
+        }
+      }
+      if (row < 1 || row > hok.rows()) {
+        context.err << "suizo render: the sutra has rows 1 to " << hok.rows() << "\n";
+        return kFailed;
+      }
+      sutra->GoToRow(row);
+      made = std::move(sutra);
+      break;
     }
-    reader.GoToLine(place.Lpos);
+    case search::SearchWindow::Sources: {
+      auto sources = std::make_unique<scripture::SourcesReader>(store, selection, settings, nullptr, muki);
+      if (store.SMosMaxY == 0) {
+        context.err << "suizo render: no source is listed\n";
+        return kFailed;
+      }
+      if (options->lpos) {
+        if (*options->lpos < 1 || *options->lpos > store.SDasMaxY) {
+          context.err << "suizo render: --lpos is 1 to " << store.SDasMaxY << " in the sources' order\n";
+          return kFailed;
+        }
+        sources->GoToLine(*options->lpos);
+      } else if (options->sysNo) {
+        const corpus::ReaderPlace place = corpus::FindSourceReaderPlace(store, sysNo);
+        if (place.OldLsys != sysNo) {
+          context.err << "suizo render: no line of the sources has ｼｽﾃﾑNo. " << *options->sysNo << "\n";
+          return kFailed;
+        }
+        sources->GoToLine(place.Lpos);
+      }
+      made = std::move(sources);
+      break;
+    }
   }
-  reader::WritingsView view = reader.Hyouji();
+  reader::ReaderBase& reader = *made;
+  reader::ReaderView view = reader.Hyouji();
   // A later render writes no frame: keep the first ones to print them.
-  const reader::WritingsView first = view;
+  const reader::ReaderView first = view;
   reader.engine().Tab = options->pane;
   if (options->search) {
     reader.engine().Combo1 = text::FromUtf8(*options->search);

@@ -118,10 +118,10 @@ TEST_F(Writings, HeadBoxesAndPageBoxes) {
   EXPECT_EQ(v.caption, u"本文「滝音御書(別本)」");
   EXPECT_EQ(v.Text4, u"滝音御書");
   EXPECT_EQ(v.Text6, u"(別本)");
-  EXPECT_EQ(v.pageBoxes[0], u"11301");
+  EXPECT_EQ(v.PageBox(0), u"11301");
   At(u"11092");
   v = reader->Hyouji();
-  EXPECT_EQ(v.pageBoxes[9], u"ﾅｼ");  // 対録 without a page shows its mark
+  EXPECT_EQ(v.PageBox(32), u"ﾅｼ");  // 対録 without a page shows its mark
   EXPECT_TRUE(v.Text6.empty());
   EXPECT_FALSE(v.Text1.empty());
   EXPECT_EQ(v.Label3Text, u"0/0");

@@ -12,11 +12,8 @@ namespace suizo::reader {
 
 namespace {
 
-constexpr int kMaxLines = 35;
 constexpr double kMaxColumns = 28;
-constexpr int kCompactTranslationPx = 416;       // 26 characters, whatever `GmL2` says
-constexpr int kMainColumn = corpus::dat::kMain;  // never the second main text
-constexpr int kTranslationColumn = corpus::kPaneCol[1];
+constexpr int kCompactTranslationPx = 416;  // 26 characters, whatever `GmL2` says
 
 std::u16string Wrapper(int heightPx) {
   return u"<DIV style='height:" + text::IntText(heightPx) + u"px; writing-mode:tb-rl;'>";
@@ -47,13 +44,23 @@ bool SameWork(const Position& a, const Position& b) {
 
 }  // namespace
 
-VerticalPage HyoujiTate(const TextTable& table, VerticalState state,
-                        const VerticalSettings& settings, int gk, int authenticScope,
-                        const std::function<std::u16string(std::u16string_view, int, int)>& hiLight,
-                        const ColumnMeter& meter) {
-  const bool one = state.TateOne == 1;
-  const int height1 = one ? (settings.GmL1 + settings.GmL2 + 2) * 16 : settings.GmL1 * 16;
-  const int height2 = settings.Gcm1 == 1 ? kCompactTranslationPx : settings.GmL2 * 16;
+VerticalSpec WritingsVerticalSpec(const VerticalSettings& settings, int tateOne) {
+  VerticalSpec spec;
+  spec.mainColumn = corpus::dat::kMain;  // never the second main text
+  spec.secondColumn = corpus::dat::kTranslation;
+  spec.chars1 = tateOne == 1 ? settings.GmL1 + settings.GmL2 + 2 : settings.GmL1;
+  spec.chars2 = settings.Gcm1 == 1 ? kCompactTranslationPx / 16 : settings.GmL2;
+  spec.height1 = spec.chars1 * 16;
+  spec.height2 = spec.chars2 * 16;
+  spec.second = tateOne != 1;
+  return spec;
+}
+
+VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSpec& spec, int gk,
+                        int authenticScope, const LineMarker& hiLight, const ColumnMeter& meter) {
+  const bool one = !spec.second;
+  const int height1 = spec.height1;
+  const int height2 = spec.height2;
   const std::u16string h1 = Wrapper(height1);
   const std::u16string h2 = Wrapper(height2);
 
@@ -67,17 +74,16 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state,
   std::u16string html1, html2, sep1, sep2;
   Position before = pos;
 
-  for (int i = 1; i <= kMaxLines; ++i) {
-    std::u16string t1 = Blanks(table.Text(pos.Lpos, kMainColumn));
-    if (gk > 0 && text::Contains(t1, kStubMark)) t1 = CutStub(t1);
+  for (int i = 1; i <= spec.maxLines; ++i) {
+    std::u16string t1 = Blanks(spec.mainEmpty ? std::u16string_view() : table.Text(pos.Lpos, spec.mainColumn));
+    if (spec.writings && gk > 0 && text::Contains(t1, kStubMark)) t1 = CutStub(t1);
     DropClosingSlash(t1);
-    t1 = hiLight(t1, 0, pos.Lpos);
+    t1 = hiLight(t1, spec.mainPane, pos.Lpos);
 
-    std::u16string t2 =
-        Blanks(one ? std::u16string_view() : table.Text(pos.Lpos, kTranslationColumn));
+    std::u16string t2 = Blanks(one ? std::u16string_view() : table.Text(pos.Lpos, spec.secondColumn));
     DropClosingSlash(t2);
-    t2 = WithoutNotes(t2);
-    t2 = hiLight(t2, 1, pos.Lpos);
+    if (spec.writings) t2 = WithoutNotes(t2);
+    t2 = hiLight(t2, spec.secondPane, pos.Lpos);
 
     const double w1 = meter.Columns(text::ReplaceAll(t1, u"／", u"<BR>"), height1);
     const double w2 = one ? 0 : meter.Columns(text::ReplaceAll(t2, u"／", u"<BR>"), height2);
@@ -85,7 +91,8 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state,
     sum1 += w1;
     sum2 += w2;
 
-    const bool grey = authenticScope == 1 && table.Text(pos.Lpos, corpus::dat::kAutograph).empty();
+    const bool grey =
+        spec.writings && authenticScope == 1 && table.Text(pos.Lpos, corpus::dat::kAutograph).empty();
     const std::u16string_view a = grey ? kGreyOpen : u"";
     const std::u16string_view b = grey ? kGreyClose : u"";
 
@@ -108,11 +115,21 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state,
     }
     std::u16string* padded = nullptr;
     if (!one && w1 > w2) {
-      padded = &next2;
+      padded = spec.writings ? &next2 : &t2;
       sum2 += std::floor(d);
     } else if (w2 > w1) {
-      padded = &next1;
+      padded = spec.writings ? &next1 : &t1;
       sum1 += std::floor(d);
+    }
+    // The others fill the shorter text's last column and whole columns more
+    // with ideographic spaces: d columns of its own characters.
+    if (!spec.writings && padded != nullptr) {
+      const bool second = padded == &t2;
+      const auto n = static_cast<std::size_t>(std::floor(d)) * static_cast<std::size_t>(second ? spec.chars2 : spec.chars1);
+      padded->append(n, u'\u3000');
+      // A padded text is no longer empty: it takes the full separator.
+      if (second && n > 0) next2 = u"<BR><BR>";
+      padded = nullptr;
     }
 
     if (backFill == 0) {
@@ -149,6 +166,8 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state,
         break;
       }
       if (pos.Lpos == before.Lpos) break;
+      // The page is full: the line just stepped to is not on it.
+      if (i == spec.maxLines) pos = before;
     }
   }
 
@@ -162,10 +181,11 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state,
   html1 = text::ReplaceAll(html1, u"／", u"<BR>");
   // Under a printed collection the stubs were cut line by line, and with the
   // breaks in no "／" is left to cut from.
-  if (gk <= 0 && text::Contains(html1, kStubMark)) html1 = LinkLines(html1);
+  if (spec.writings && gk <= 0 && text::Contains(html1, kStubMark)) html1 = LinkLines(html1);
   page.main = h1 + html1;
   if (!one) {
-    page.translation = h2 + LinkLines(text::ReplaceAll(html2, u"／", u"<BR>"));
+    html2 = text::ReplaceAll(html2, u"／", u"<BR>");
+    page.translation = h2 + (spec.writings ? LinkLines(html2) : html2);
     page.translationWritten = true;
   }
   return page;

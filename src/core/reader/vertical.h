@@ -1,7 +1,8 @@
 // `hyoujiTate`: a page of vertical text. From the current line it takes as
 // many lines of the work as fit into 28 columns (35 at most, the first
 // always), main text and translation side by side and kept level line for
-// line; backwards from the line when the reader stepped back a page.
+// line; backwards from the line when the reader stepped back a page. The
+// sutra and the sources use it with their own columns and limits.
 #pragma once
 
 #include <functional>
@@ -29,6 +30,29 @@ struct VerticalSettings {
   int Gcm1 = 0;   // compact layout: the translation column is 26 characters
 };
 
+// What differs between the readers' vertical pages.
+struct VerticalSpec {
+  int mainColumn = 8;
+  int secondColumn = 15;
+  int mainPane = 0;    // the kinds the marks are made for
+  int secondPane = 1;
+  int chars1 = 16;     // characters per column of each pane
+  int chars2 = 18;
+  int height1 = 256;   // column heights in pixels
+  int height2 = 288;
+  int maxLines = 35;
+  bool second = true;      // a second pane is written
+  bool mainEmpty = false;  // the main text is left out (the sources' one-pane form)
+  // The writings: the shorter text of a line is levelled by empty columns
+  // after it, stubs and notes are edited, numbers linked, lines without an
+  // autograph greyed. The others level by padding the shorter text with
+  // ideographic spaces and show their texts as they stand.
+  bool writings = true;
+};
+
+// The writings' page: columns 8 and 15, the heights from the settings.
+VerticalSpec WritingsVerticalSpec(const VerticalSettings& settings, int tateOne);
+
 // What the two panes receive: each is the wrapper "<DIV style='height:...px;
 // writing-mode:tb-rl;'>" and the lines, never closed. `translation` is
 // empty and `translationWritten` false with `TateOne` 1: the pane keeps
@@ -43,8 +67,13 @@ struct VerticalPage {
 // translation). `gk` is the collection (a stub line is cut in a printed
 // one); `authenticScope` is `CSel(10)`, which greys lines without an
 // autograph.
-VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSettings& settings, int gk,
-                        int authenticScope, const std::function<std::u16string(std::u16string_view, int, int)>& hiLight,
-                        const ColumnMeter& meter);
+using LineMarker = std::function<std::u16string(std::u16string_view, int, int)>;
+VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSpec& spec, int gk,
+                        int authenticScope, const LineMarker& hiLight, const ColumnMeter& meter);
+// The writings' page from their settings.
+inline VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSettings& settings,
+                               int gk, int authenticScope, const LineMarker& hiLight, const ColumnMeter& meter) {
+  return HyoujiTate(table, state, WritingsVerticalSpec(settings, state.TateOne), gk, authenticScope, hiLight, meter);
+}
 
 }  // namespace suizo::reader
