@@ -37,5 +37,6 @@ int Contents(const std::vector<std::string>& args, const Context& context);
 int Pattern(const std::vector<std::string>& args, const Context& context);
 int Search(const std::vector<std::string>& args, const Context& context);
 int Render(const std::vector<std::string>& args, const Context& context);
+int Outline(const std::vector<std::string>& args, const Context& context);
 
 }  // namespace suizo::cli

@@ -34,6 +34,9 @@ constexpr const char* kUsage =
     "         [--search TEXT] [--pane N] [--keys KEY,KEY,...]\n"
     "                        what the writings reader shows there, as JSON: panes, boxes,\n"
     "                        caption; --keys replays keys first (Down,Ctrl+Up,Right,...)\n"
+    "  outline [--data DIR] --hok ROW [--kamon]\n"
+    "                        the sutra outline opened at a row: the selected group and the\n"
+    "                        header text (the broad outline, or the fine one with --kamon)\n"
     "\n"
     "The data folder is DIR, else $SUIZO_DATA, else Data/ beside the program.\n";
 
@@ -70,6 +73,7 @@ int main(int argc, char** argv) {
     if (command == "pattern") return Pattern(args, context);
     if (command == "search") return Search(args, context);
     if (command == "render") return Render(args, context);
+    if (command == "outline") return Outline(args, context);
   } catch (const suizo::corpus::CorpusError& e) {
     std::cerr << "suizo " << command << ": " << e.what() << "\n";
     return kFailed;
