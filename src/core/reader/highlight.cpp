@@ -116,6 +116,14 @@ bool FallsShort(int matched, int count, search::Method method) {
 
 }  // namespace
 
+std::u16string MarkWords(std::u16string_view text, const std::vector<std::u16string>& words,
+                         int count, int itaiji) {
+  Marker marker(text, itaiji);
+  int marks = 0;
+  marker.MarkList(words, count, marks);
+  return marker.Join();
+}
+
 Highlighter::Highlighter(const search::SearchEngine& engine, int itaiji)
     : engine_(&engine), itaiji_(itaiji) {}
 

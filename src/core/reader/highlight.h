@@ -7,10 +7,16 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/search/driver.h"
 
 namespace suizo::reader {
+
+// The first `count` words of `words` marked in `text`: every match of each
+// word in list order, a marked stretch closed to the words after it.
+std::u16string MarkWords(std::u16string_view text, const std::vector<std::u16string>& words,
+                         int count, int itaiji);
 
 class Highlighter {
  public:

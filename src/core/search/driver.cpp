@@ -137,11 +137,7 @@ void SearchEngine::KensakuDiv() {
 Outcome SearchEngine::Kensaku(int mode) {
   if (text::TrimSpace(Combo1).empty()) mode = RefineCount > 0 ? 2 : 1;
   if (mode > 0) Combo1.clear();
-
-  // An empty box always finds itself: the list's end reads as empty.
-  if (!Combo1.empty() && std::find(Combo.begin(), Combo.end(), Combo1) == Combo.end()) {
-    Combo.insert(Combo.begin(), Combo1);
-  }
+  RememberSearch(Combo, Combo1);
   Label3Colour = kButtonFace;
   Label3Enabled = false;
   if (mode == 2) return {.redraw = true};

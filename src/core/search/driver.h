@@ -6,6 +6,7 @@
 // it returns.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -59,6 +60,13 @@ struct Outcome {
   bool toast = false;
   bool closeHitList = false;
 };
+
+// A search box's history, newest first: a text searched enters it once.
+inline void RememberSearch(std::vector<std::u16string>& history, const std::u16string& text) {
+  if (!text.empty() && std::find(history.begin(), history.end(), text) == history.end()) {
+    history.insert(history.begin(), text);
+  }
+}
 
 inline constexpr std::u16string_view kNotFound = u"** 見つかりません **";
 inline constexpr int kRefineLevels = 21;  // levels 0 to 20
