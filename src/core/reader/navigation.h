@@ -81,6 +81,16 @@ class OpenWindow {
     OnRaise();
   }
 
+  // The collection, order or classes changed and the store's orders are
+  // rebuilt: the window finds its place again by the stable numbers it
+  // kept and redraws. A window without such a place does nothing.
+  virtual void FollowSelection() {}
+  // The placements were made anew for another collection: the writings
+  // contents restore their refinements before any window follows.
+  virtual void PlacementsRebuilt() {}
+  // The window loses activation: it keeps the stable numbers of its place.
+  virtual void Deactivate() {}
+
  protected:
   // The view follows.
   virtual void OnShow() = 0;

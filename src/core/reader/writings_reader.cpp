@@ -247,6 +247,10 @@ void WritingsReader::FindPlaceAgain() {
   const corpus::ReaderPlace place = corpus::FindReaderPlace(*corpus_, OldLsys);
   engine_.pos.Mpos = place.Mpos;
   engine_.pos.Lpos = place.Lpos;
+  if (place.Mpos == 0) {  // no document is left in the lists
+    OldMsys.clear();
+    OldLsys.clear();
+  }
 }
 
 // --- double click ---

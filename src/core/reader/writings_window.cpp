@@ -27,6 +27,14 @@ void WritingsWindow::SetMuki1(int muki) {
 
 void WritingsWindow::Hyouji2() { reader_.Hyouji2(); }
 
+void WritingsWindow::FollowSelection() {
+  search::SearchEngine& engine = reader_.engine();
+  engine.GetBack(0);
+  if (!engine.Combo1.empty()) toastDue = engine.Kensaku(0).toast;
+  reader_.FindPlaceAgain();
+  Hyouji();
+}
+
 ReaderOutcome WritingsWindow::LinkClick(Navigator& navigator, std::u16string_view href) {
   ReaderOutcome out = reader_.LinkClick(href);
   switch (out.jump) {

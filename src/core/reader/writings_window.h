@@ -39,6 +39,11 @@ class WritingsWindow : public TextView {
   // Whether the last search found nothing: the caller shows the toast.
   bool toastDue = false;
 
+  // Another collection, order or classes: the kept refinements and the box
+  // are searched again, and the reader goes back to its line by ｼｽﾃﾑNo.
+  void FollowSelection() override;
+  void Deactivate() override { reader_.Deactivate(); }
+
  private:
   void OnShow() override;
   void OnRaise() override;
