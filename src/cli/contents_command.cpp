@@ -4,8 +4,10 @@
 #include "cli/selection_options.h"
 #include "core/corpus/corpus.h"
 #include "core/corpus/orders.h"
+#include "core/corpus/settings.h"
 #include "core/text/numbers.h"
 #include "core/text/utf16.h"
+#include "core/views/contents.h"
 
 namespace suizo::cli {
 namespace {
@@ -17,6 +19,8 @@ struct ContentsOptions {
   SelectionOptions selection;
   bool sources = false;
   bool json = false;
+  std::optional<std::string> search;  // the box text
+  std::string target;                 // as given; checked once the list is known
 };
 
 struct Line {
@@ -40,7 +44,8 @@ std::optional<ContentsOptions> Parse(const std::vector<std::string>& args, std::
   ContentsOptions o;
   const auto usage = [&](const std::string& why) {
     err << "suizo contents: " << why << "\n"
-        << "usage: suizo contents [--data DIR] " << kSelectionUsage << " [--sources] [--json]\n";
+        << "usage: suizo contents [--data DIR] " << kSelectionUsage
+        << " [--sources] [--search TEXT [--target title|recipient|author]] [--json]\n";
     return std::nullopt;
   };
   for (std::size_t i = 0; i < args.size(); ++i) {
@@ -55,9 +60,19 @@ std::optional<ContentsOptions> Parse(const std::vector<std::string>& args, std::
       o.sources = true;
     } else if (a == "--json") {
       o.json = true;
+    } else if (a == "--search" && hasValue) {
+      o.search = args[++i];
+    } else if (a == "--target" && hasValue) {
+      o.target = args[++i];
     } else {
       return usage("unexpected argument \"" + a + "\"");
     }
+  }
+  if (!o.target.empty() && !o.search) return usage("--target needs --search");
+  // The second switch over the header: recipients in the writings, authors in the sources.
+  const std::string second = o.sources ? "author" : "recipient";
+  if (!o.target.empty() && o.target != "title" && o.target != second) {
+    return usage("--target is title or " + second + (o.sources ? " with --sources" : ""));
   }
   return o;
 }
@@ -72,34 +87,54 @@ int Contents(const std::vector<std::string>& args, const Context& context) {
   corpus::Corpus store(*folder);
   for (const int group : {0, 6}) store.ReadData(group);
   corpus::Selection selection = ApplySelectionOptions(store, options->selection);
-  const int gk = selection.Gk;
-
   if (options->sources) {
     selection.SKn = selection.Kn;
     corpus::ApplySourceSelection(store, selection);
-    const corpus::Table& smok = store.SMok();
-    for (int m = 1; m <= store.SMosMaxY; ++m) {
+  }
+
+  // The list as the window holds it; a search keeps only its hits.
+  const corpus::Settings settings;
+  views::Contents list(options->sources ? views::ContentsKind::Sources : views::ContentsKind::Writings,
+                       store, selection, settings);
+  std::vector<int> kept;
+  if (options->search) {
+    list.SrTarget = options->target == "title" || options->target.empty() ? 0 : 1;
+    list.Combo1 = text::FromUtf8(*options->search);
+    list.Kensaku(0);
+    for (int i = 1; i <= list.Srn(); ++i) kept.push_back(list.Hit(i).Mpos);
+  } else {
+    const int count = options->sources ? store.SMosMaxY : store.MosMaxY;
+    for (int m = 1; m <= count; ++m) kept.push_back(m);
+  }
+
+  const views::ContentsGrid& grid = list.Grid();
+  for (const int m : kept) {
+    if (options->sources) {
       const int row = store.SMokOrder[static_cast<std::size_t>(m)];
       Print(context.out,
-            {m, row, std::u16string(smok.Get(row, corpus::smok::kSysNo)),
-             std::u16string(smok.Get(row, corpus::smok::kNumber)),
-             std::u16string(smok.Get(row, corpus::smok::kDate)), std::u16string(smok.Get(row, 4))},
+            {m, row, std::u16string(grid.TextMatrix(m, 0)), std::u16string(grid.TextMatrix(m, 1)),
+             std::u16string(store.SMok().Get(row, corpus::smok::kDate)),
+             std::u16string(store.SMok().Get(row, 4))},
+            options->json);
+    } else {
+      Print(context.out,
+            {m, store.MokOrder[static_cast<std::size_t>(m)], std::u16string(grid.TextMatrix(m, 0)),
+             std::u16string(grid.TextMatrix(m, 1)), std::u16string(grid.TextMatrix(m, 2)),
+             std::u16string(store.Mok().Get(store.MokOrder[static_cast<std::size_t>(m)],
+                                            corpus::mok::kTitle))},
             options->json);
     }
-    return kOk;
   }
-  const corpus::Table& mok = store.Mok();
-  const int start = corpus::FindCollection(gk)->mokStartField;
-  for (int m = 1; m <= store.MosMaxY; ++m) {
-    const int row = store.MokOrder[static_cast<std::size_t>(m)];
-    Print(context.out,
-          {m, row, std::u16string(mok.Get(row, corpus::mok::kSysNo)),
-           std::u16string(mok.Get(row, corpus::mok::kBangou)),
-           gk == 0 ? std::u16string() : text::Format(mok.Get(row, start), text::kShortPageFormat),
-           std::u16string(mok.Get(row, corpus::mok::kTitle))},
-          options->json);
+  if (options->json) return kOk;
+  // The count line: the list against all documents, or the hits against the list.
+  const int listed = options->sources ? store.SMosMaxY : store.MosMaxY;
+  if (options->search) {
+    context.out << list.Srn() << "/" << listed << " documents\n";
+  } else if (!options->sources) {
+    context.out << listed << "/" << store.MokAllY << " documents\n";
+  } else {
+    context.out << listed << "/" << store.SMok().rows() << " documents\n";
   }
-  if (!options->json) context.out << store.MosMaxY << "/" << store.MokAllY << " documents\n";
   return kOk;
 }
 

@@ -17,7 +17,7 @@ constexpr const char* kUsage =
     "  convert [--data DIR]  convert the .dat exports into the store (.dax)\n"
     "  info [--data DIR]     load the store and print what each table holds\n"
     "  contents [--data DIR] [--collection LABEL] [--order page|date] [--classes 0123456789]\n"
-    "           [--sources] [--json]\n"
+    "           [--sources] [--search TEXT [--target title|recipient|author]] [--json]\n"
     "                        the list a contents window shows: position, row, ｼｽﾃﾑNo., 番号,\n"
     "                        start page, title\n"
     "  pattern [--itaiji 0|1] [--method and|or|not] [--split 1|2]\n"
