@@ -38,5 +38,6 @@ int Pattern(const std::vector<std::string>& args, const Context& context);
 int Search(const std::vector<std::string>& args, const Context& context);
 int Render(const std::vector<std::string>& args, const Context& context);
 int Outline(const std::vector<std::string>& args, const Context& context);
+int Record(const std::vector<std::string>& args, const Context& context);
 
 }  // namespace suizo::cli

@@ -37,6 +37,8 @@ constexpr const char* kUsage =
     "  outline [--data DIR] --hok ROW [--kamon]\n"
     "                        the sutra outline opened at a row: the selected group and the\n"
     "                        header text (the broad outline, or the fine one with --kamon)\n"
+    "  record [--data DIR] [--collection LABEL] --mpos N\n"
+    "                        the document record view of a listed document, as JSON\n"
     "\n"
     "The data folder is DIR, else $SUIZO_DATA, else Data/ beside the program.\n";
 
@@ -74,6 +76,7 @@ int main(int argc, char** argv) {
     if (command == "search") return Search(args, context);
     if (command == "render") return Render(args, context);
     if (command == "outline") return Outline(args, context);
+    if (command == "record") return Record(args, context);
   } catch (const suizo::corpus::CorpusError& e) {
     std::cerr << "suizo " << command << ": " << e.what() << "\n";
     return kFailed;
