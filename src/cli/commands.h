@@ -39,5 +39,6 @@ int Search(const std::vector<std::string>& args, const Context& context);
 int Render(const std::vector<std::string>& args, const Context& context);
 int Outline(const std::vector<std::string>& args, const Context& context);
 int Record(const std::vector<std::string>& args, const Context& context);
+int Nen(const std::vector<std::string>& args, const Context& context);
 
 }  // namespace suizo::cli

@@ -39,6 +39,8 @@ constexpr const char* kUsage =
     "                        header text (the broad outline, or the fine one with --kamon)\n"
     "  record [--data DIR] [--collection LABEL] --mpos N\n"
     "                        the document record view of a listed document, as JSON\n"
+    "  nen [--data DIR] [--fold] [--kinds DIGITS] [--search TEXT]\n"
+    "                        the chronology's rows, folded by era or filtered\n"
     "\n"
     "The data folder is DIR, else $SUIZO_DATA, else Data/ beside the program.\n";
 
@@ -77,6 +79,7 @@ int main(int argc, char** argv) {
     if (command == "render") return Render(args, context);
     if (command == "outline") return Outline(args, context);
     if (command == "record") return Record(args, context);
+    if (command == "nen") return Nen(args, context);
   } catch (const suizo::corpus::CorpusError& e) {
     std::cerr << "suizo " << command << ": " << e.what() << "\n";
     return kFailed;
