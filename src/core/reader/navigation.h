@@ -117,6 +117,22 @@ class JumpView : public OpenWindow {
   virtual void Kensaku(int mode) = 0;
 };
 
+// A view whose window the program hooks to its showing and raising.
+template <class View>
+class Hooked : public View {
+ public:
+  using View::View;
+  std::function<void()> onShow, onRaise;
+
+ protected:
+  void OnShow() override {
+    if (onShow) onShow();
+  }
+  void OnRaise() override {
+    if (onRaise) onRaise();
+  }
+};
+
 // The writings, sources and sutra readers.
 class TextView : public JumpView {
  public:

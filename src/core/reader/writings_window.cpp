@@ -4,7 +4,7 @@ namespace suizo::reader {
 
 WritingsWindow::WritingsWindow(corpus::Corpus& corpus, corpus::Selection& selection, corpus::Settings& settings,
                                const Navigator& navigator, corpus::NoteJournal* journal)
-    : TextView(FormKind::Form2), reader_(corpus, selection, settings, journal), navigator_(&navigator) {}
+    : Hooked(FormKind::Form2), reader_(corpus, selection, settings, journal), navigator_(&navigator) {}
 
 void WritingsWindow::Hyouji() {
   const WritingsView view = reader_.Hyouji();
@@ -47,14 +47,6 @@ ReaderOutcome WritingsWindow::LinkClick(Navigator& navigator, std::u16string_vie
     case ReaderOutcome::Jump::None: break;
   }
   return out;
-}
-
-void WritingsWindow::OnShow() {
-  if (onShow) onShow();
-}
-
-void WritingsWindow::OnRaise() {
-  if (onRaise) onRaise();
 }
 
 }  // namespace suizo::reader

@@ -11,7 +11,7 @@
 
 namespace suizo::reader {
 
-class WritingsWindow : public TextView {
+class WritingsWindow : public Hooked<TextView> {
  public:
   WritingsWindow(corpus::Corpus& corpus, corpus::Selection& selection, corpus::Settings& settings,
                  const Navigator& navigator, corpus::NoteJournal* journal = nullptr);
@@ -19,7 +19,6 @@ class WritingsWindow : public TextView {
   WritingsReader& reader() { return reader_; }
   // Each render, each show and each raise.
   std::function<void(const WritingsView&)> onView;
-  std::function<void()> onShow, onRaise;
 
   std::u16string Combo1() const override { return reader_.engine().Combo1; }
   void SetCombo1(std::u16string_view text) override { reader_.engine().Combo1 = text; }
@@ -45,9 +44,6 @@ class WritingsWindow : public TextView {
   void Deactivate() override { reader_.Deactivate(); }
 
  private:
-  void OnShow() override;
-  void OnRaise() override;
-
   WritingsReader reader_;
   const Navigator* navigator_;
 };

@@ -41,6 +41,15 @@ Decimal ToDecimal(double magnitude) {
 
 }  // namespace
 
+bool LooksLike(std::u16string_view text, std::size_t at, std::u16string_view form) {
+  if (at > text.size() || form.size() > text.size() - at) return false;
+  for (std::size_t k = 0; k < form.size(); ++k) {
+    const char16_t c = text[at + k];
+    if (form[k] == u'#' ? !IsDigit(c) : c != form[k]) return false;
+  }
+  return true;
+}
+
 double Val(std::u16string_view text) {
   std::string number;
   std::size_t i = 0;

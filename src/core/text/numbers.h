@@ -15,6 +15,11 @@ namespace suizo::text {
 // "" and "abc" are 0, "1e3" is 1000. Digits are ASCII only.
 double Val(std::u16string_view text);
 
+// Whether the text at `at` has the shape of `form`, in which "#" stands
+// for an ASCII digit and every other character for itself, as `Like` reads
+// "(#####)" or "№#####.#".
+bool LooksLike(std::u16string_view text, std::size_t at, std::u16string_view form);
+
 // The whole text as a decimal number, blanks and tabs around it allowed:
 // [sign] digits [. digits] [E [sign] digits]. Anything else, the empty text
 // included, is not a number.

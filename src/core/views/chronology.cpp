@@ -656,7 +656,7 @@ bool Chronology::FollowSelection() {
 
 ChronologyWindow::ChronologyWindow(corpus::Corpus& corpus, const corpus::Selection& selection,
                                    const corpus::Settings& settings)
-    : ChronologyView(reader::FormKind::Form12), model_(corpus, selection, settings) {}
+    : Hooked(reader::FormKind::Form12), model_(corpus, selection, settings) {}
 
 void ChronologyWindow::Hyouji() {
   model_.Hyouji();
@@ -686,14 +686,6 @@ void ChronologyWindow::Follow(reader::Navigator& navigator,
         break;
     }
   }
-}
-
-void ChronologyWindow::OnShow() {
-  if (onShow) onShow();
-}
-
-void ChronologyWindow::OnRaise() {
-  if (onRaise) onRaise();
 }
 
 }  // namespace suizo::views

@@ -298,13 +298,12 @@ class Chronology {
 
 // The chronology as the navigation sees it: the one `Form12` of the
 // registry, reached by `GoNen` and `GoNenS`.
-class ChronologyWindow : public reader::ChronologyView {
+class ChronologyWindow : public reader::Hooked<reader::ChronologyView> {
  public:
   ChronologyWindow(corpus::Corpus& corpus, const corpus::Selection& selection,
                    const corpus::Settings& settings);
 
   Chronology& model() { return model_; }
-  std::function<void()> onShow, onRaise;
   // Whether the last search found nothing: the caller shows the toast.
   bool toastDue = false;
 
@@ -324,9 +323,6 @@ class ChronologyWindow : public reader::ChronologyView {
   void Follow(reader::Navigator& navigator, const std::vector<ChronologyJump>& jumps);
 
  private:
-  void OnShow() override;
-  void OnRaise() override;
-
   Chronology model_;
 };
 

@@ -529,7 +529,7 @@ std::u16string Contents::JumpTitle() const {
 
 ContentsWindow::ContentsWindow(ContentsKind kind, corpus::Corpus& corpus, corpus::Selection& selection,
                                const corpus::Settings& settings)
-    : ContentsView(kind == ContentsKind::Writings ? reader::FormKind::Form9 : reader::FormKind::Form15),
+    : Hooked(kind == ContentsKind::Writings ? reader::FormKind::Form9 : reader::FormKind::Form15),
       model_(kind, corpus, selection, settings) {}
 
 void ContentsWindow::Emit() {
@@ -612,14 +612,6 @@ ContentsAction ContentsWindow::GridDblClick(double mouseY, reader::Navigator& na
                                             reader::WindowRegistry& windows) {
   if (!model_.BelowHeader(mouseY)) return {};
   return Command(4, navigator, windows);
-}
-
-void ContentsWindow::OnShow() {
-  if (onShow) onShow();
-}
-
-void ContentsWindow::OnRaise() {
-  if (onRaise) onRaise();
 }
 
 }  // namespace suizo::views

@@ -265,7 +265,7 @@ struct ContentsAction {
 };
 
 // A contents list as the registry of open windows holds it.
-class ContentsWindow : public reader::ContentsView {
+class ContentsWindow : public reader::Hooked<reader::ContentsView> {
  public:
   ContentsWindow(ContentsKind kind, corpus::Corpus& corpus, corpus::Selection& selection,
                  const corpus::Settings& settings);
@@ -274,7 +274,7 @@ class ContentsWindow : public reader::ContentsView {
   const Contents& model() const { return model_; }
   // Each redraw, each show and raise, and the box selected by a jump.
   std::function<void(const Contents&)> onView;
-  std::function<void()> onShow, onRaise, onSelectBox;
+  std::function<void()> onSelectBox;
   // Whether the last search found nothing: the caller shows the toast.
   bool toastDue = false;
 
@@ -295,8 +295,6 @@ class ContentsWindow : public reader::ContentsView {
                               reader::WindowRegistry& windows);
 
  private:
-  void OnShow() override;
-  void OnRaise() override;
   void Emit();
 
   Contents model_;

@@ -71,20 +71,6 @@ int LinePosition(std::u16string_view number, const corpus::Corpus& c) {
   return 0;
 }
 
-bool IsDigit(char16_t c) {
-  return c >= u'0' && c <= u'9';
-}
-
-// `Like` with "#" for a digit and every other character itself.
-bool LooksLike(std::u16string_view text, std::size_t at, std::u16string_view form) {
-  if (at + form.size() > text.size()) return false;
-  for (std::size_t k = 0; k < form.size(); ++k) {
-    const char16_t c = text[at + k];
-    if (form[k] == u'#' ? !IsDigit(c) : c != form[k]) return false;
-  }
-  return true;
-}
-
 // Kanji for the word selection: from the first level-one kanji up.
 bool IsKanji(char16_t c) {
   return c != u'々' && static_cast<std::uint16_t>(text::SjisCode(c)) >= 0x889F;
@@ -156,14 +142,14 @@ std::u16string LinkSysNos(std::u16string_view text, const corpus::Corpus& corpus
   std::size_t copied = 0;
   for (std::size_t i = 0; i < text.size();) {
     std::size_t at = std::u16string_view::npos, length = 0;
-    if (LooksLike(text, i, u"(#####)")) {
+    if (text::LooksLike(text, i, u"(#####)")) {
       ++i;  // past the bracket: the digits are the place now
       at = i, length = 5;
     }
     // At one place the later forms win.
-    if (LooksLike(text, i, u"#####.#")) at = i, length = 7;
-    if (LooksLike(text, i, u"№#####.#")) at = i + 1, length = 7;
-    if (LooksLike(text, i, u"№#####")) at = i + 1, length = 5;
+    if (text::LooksLike(text, i, u"#####.#")) at = i, length = 7;
+    if (text::LooksLike(text, i, u"№#####.#")) at = i + 1, length = 7;
+    if (text::LooksLike(text, i, u"№#####")) at = i + 1, length = 5;
     if (at == std::u16string_view::npos) {
       ++i;
       continue;
@@ -645,7 +631,7 @@ void DocumentRecord::Deactivate() {
 
 RecordWindow::RecordWindow(corpus::Corpus& corpus, corpus::Selection& selection,
                            const corpus::Settings& settings)
-    : reader::RecordView(reader::FormKind::Form5), model_(corpus, selection, settings) {}
+    : Hooked(reader::FormKind::Form5), model_(corpus, selection, settings) {}
 
 void RecordWindow::Hyouji() {
   const RecordDisplay v = model_.Hyouji();
@@ -703,14 +689,6 @@ reader::JumpOutcome RecordWindow::Follow(reader::Navigator& navigator,
   }
   if (out.window != nullptr && out.window != this && !Pin) Minimized = true;
   return out;
-}
-
-void RecordWindow::OnShow() {
-  if (onShow) onShow();
-}
-
-void RecordWindow::OnRaise() {
-  if (onRaise) onRaise();
 }
 
 }  // namespace suizo::views

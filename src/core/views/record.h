@@ -274,14 +274,13 @@ class DocumentRecord {
 
 // The record as the navigation sees it: a view in the registry of open
 // windows, wrapping the model and handing each render to whoever shows it.
-class RecordWindow : public reader::RecordView {
+class RecordWindow : public reader::Hooked<reader::RecordView> {
  public:
   RecordWindow(corpus::Corpus& corpus, corpus::Selection& selection,
                const corpus::Settings& settings);
 
   DocumentRecord& model() { return model_; }
   std::function<void(const RecordDisplay&)> onView;
-  std::function<void()> onShow, onRaise;
   // Whether the last search found nothing: the caller shows the toast.
   bool toastDue = false;
 
@@ -307,9 +306,6 @@ class RecordWindow : public reader::RecordView {
   }
 
  private:
-  void OnShow() override;
-  void OnRaise() override;
-
   DocumentRecord model_;
 };
 
