@@ -40,5 +40,6 @@ int Render(const std::vector<std::string>& args, const Context& context);
 int Outline(const std::vector<std::string>& args, const Context& context);
 int Record(const std::vector<std::string>& args, const Context& context);
 int Nen(const std::vector<std::string>& args, const Context& context);
+int Dict(const std::vector<std::string>& args, const Context& context);
 
 }  // namespace suizo::cli

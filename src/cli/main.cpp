@@ -41,6 +41,9 @@ constexpr const char* kUsage =
     "                        the document record view of a listed document, as JSON\n"
     "  nen [--data DIR] [--fold] [--kinds DIGITS] [--search TEXT]\n"
     "                        the chronology's rows, folded by era or filtered\n"
+    "  dict [--data DIR] [--collection LABEL] [--target headword|explanation] TEXT\n"
+    "                        the dictionary's ranked lookup: the hits, the chosen one\n"
+    "                        marked with *, then the entry shown\n"
     "\n"
     "The data folder is DIR, else $SUIZO_DATA, else Data/ beside the program.\n";
 
@@ -80,6 +83,7 @@ int main(int argc, char** argv) {
     if (command == "outline") return Outline(args, context);
     if (command == "record") return Record(args, context);
     if (command == "nen") return Nen(args, context);
+    if (command == "dict") return Dict(args, context);
   } catch (const suizo::corpus::CorpusError& e) {
     std::cerr << "suizo " << command << ": " << e.what() << "\n";
     return kFailed;
