@@ -1,0 +1,80 @@
+// One run of the program: the store opened at the start, the scholar's
+// selection, the registry of open windows and the jumps between them, and
+// the end through "終了" that writes back what changed.
+#pragma once
+
+#include <QObject>
+#include <QWidget>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "core/corpus/corpus.h"
+#include "core/corpus/note_journal.h"
+#include "core/corpus/selection.h"
+#include "core/corpus/settings.h"
+#include "core/reader/navigation.h"
+
+namespace suizo::app {
+
+class SplashWindow;
+class ContentsForm;
+
+class Program : public QObject {
+  Q_OBJECT
+
+ public:
+  // `store` holds the per-user settings; it outlives the program.
+  Program(std::filesystem::path dataPath, corpus::SettingsStore& store, std::u16string version);
+  ~Program() override;
+
+  // The start: the splash, the store opened (built first when it must be),
+  // the orders of the default selection, then the contents window. False
+  // when the data has a fault; the message has been shown and nothing was
+  // written half.
+  bool Start();
+  // "終了": every other window goes, the notes edited are written back and
+  // the application quits.
+  void End();
+  // The two dialogs of the contents window, modal over it.
+  void OpenSelection();
+  void OpenSettings();
+  bool Ending() const { return ending_; }
+
+  corpus::Corpus& corpus() { return *corpus_; }
+  corpus::Selection& selection() { return selection_; }
+  corpus::Settings& settings() { return settings_; }
+  corpus::SettingsStore& store() { return store_; }
+  reader::WindowRegistry& windows() { return *windows_; }
+  reader::Navigator& navigator() { return *navigator_; }
+  ContentsForm* contents() const { return contents_; }
+  // What the start did: the fast path, or a conversion first.
+  bool Converted() const { return converted_; }
+
+  // The message box of a fault; tests replace it.
+  std::function<void(const QString&)> showError;
+  // The toast "** 見つかりません **"; tests replace it.
+  std::function<void(QWidget*)> toast;
+  // The yes/no question of the settings dialog; tests replace it.
+  std::function<bool(QWidget*, const QString&)> ask;
+
+ private:
+  std::unique_ptr<reader::OpenWindow> MakeWindow(reader::FormKind kind);
+
+  std::filesystem::path dataPath_;
+  corpus::SettingsStore& store_;
+  std::u16string version_;
+  std::unique_ptr<corpus::Corpus> corpus_;
+  corpus::Selection selection_;
+  corpus::Settings settings_;
+  std::unique_ptr<corpus::NoteJournal> journal_;
+  std::unique_ptr<reader::WindowRegistry> windows_;
+  std::unique_ptr<reader::Navigator> navigator_;
+  std::unique_ptr<SplashWindow> splash_;
+  ContentsForm* contents_ = nullptr;  // owned by its core window's registry entry
+  bool converted_ = false;
+  bool ending_ = false;
+};
+
+}  // namespace suizo::app

@@ -1,0 +1,447 @@
+#include "app/views/contents_form.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QVBoxLayout>
+
+#include "app/corpus/program.h"
+#include "app/platform/input_method.h"
+#include "app/views/balloon_help_qt.h"
+#include "core/corpus/settings.h"
+
+namespace suizo::app {
+
+namespace {
+
+QString Q(std::u16string_view text) {
+  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::u16string U(const QString& text) {
+  return std::u16string(reinterpret_cast<const char16_t*>(text.utf16()),
+                        static_cast<std::size_t>(text.size()));
+}
+
+// The design size at 96 dots per inch; the grid's widths follow the window.
+constexpr int kDesignWidth = 980;
+constexpr int kDesignHeight = 640;
+constexpr std::u16string_view kSection = u"@目次";
+
+// A colour of the program; the system's button face is a system colour.
+QString Css(std::uint32_t bgr, const QWidget* w) {
+  const QColor c = (bgr & 0x80000000u) != 0 ? w->palette().button().color() : platform::FromBgr(bgr);
+  return c.name();
+}
+
+platform::GridAlign AlignOf(views::CellAlign a) {
+  switch (a) {
+    case views::CellAlign::LeftTop:
+      return platform::GridAlign::LeftTop;
+    case views::CellAlign::LeftCentre:
+      return platform::GridAlign::LeftCentre;
+    case views::CellAlign::Centre:
+      break;
+  }
+  return platform::GridAlign::Centre;
+}
+
+QPushButton* Button(QWidget* parent, const char* name, const QString& caption) {
+  auto* b = new QPushButton(caption, parent);
+  b->setObjectName(name);
+  b->setFocusPolicy(Qt::NoFocus);
+  return b;
+}
+
+}  // namespace
+
+ContentsForm::ContentsForm(views::ContentsWindow& window, Program& program)
+    : QWidget(nullptr, Qt::Window), window_(window), program_(program) {
+  setObjectName("Form9");
+  // Only "終了" ends the run: the title bar offers no close.
+  setWindowFlag(Qt::WindowCloseButtonHint, false);
+  Build();
+  resize(kDesignWidth, kDesignHeight);
+  if (const auto g = corpus::ReadGeometry(program_.store(), kSection)) {
+    setGeometry(g->x, g->y, g->w, g->h);
+  }
+  window_.onView = [this](const views::Contents& model) { Show(model); };
+  window_.onSelectBox = [this] {
+    combo1_->setFocus();
+    combo1_->selectAll();
+  };
+  window_.onShow = [this] { show(); };
+  balloons_ = new BalloonHelpQt(this, program_.settings());
+  balloons_->WatchMouseMoves(grid_);
+  balloons_->Load();
+  window_.onRaise = [this] {
+    showNormal();
+    raise();
+    activateWindow();
+  };
+}
+
+void ContentsForm::Build() {
+  auto* top = new QVBoxLayout(this);
+  top->setContentsMargins(6, 6, 6, 6);
+  top->setSpacing(4);
+
+  // The title and the search strip.
+  auto* strip = new QHBoxLayout;
+  label2_ = new QLabel(this);
+  label2_->setObjectName("Label2");
+  label2_->setStyleSheet("font-size:16px; font-weight:bold; color:#0A7576;");
+  strip->addWidget(label2_);
+  combo1_ = new QLineEdit(this);
+  combo1_->setObjectName("Combo1");
+  combo1_->setMinimumWidth(220);
+  strip->addWidget(combo1_, 2);
+  command12_ = Button(this, "Command12", QStringLiteral("▼"));
+  command12_->setMaximumWidth(24);
+  strip->addWidget(command12_);
+  combo_ = new QComboBox(this);
+  combo_->setObjectName("Combo");
+  combo_->setFixedWidth(1);  // only its drop-down list is seen
+  strip->addWidget(combo_);
+  command1_ = Button(this, "Command1", QStringLiteral("検索"));
+  strip->addWidget(command1_);
+  for (int i = 0; i < 2; ++i) {
+    sel_[static_cast<std::size_t>(i)] = Button(this, i == 0 ? "Sel_0" : "Sel_1", {});
+    sel_[static_cast<std::size_t>(i)]->setCheckable(true);
+    strip->addWidget(sel_[static_cast<std::size_t>(i)]);
+  }
+  label3_ = Button(this, "Label3", {});
+  label3_->setFlat(true);
+  label3_->setMinimumWidth(70);
+  strip->addWidget(label3_);
+  command14_ = Button(this, "Command14", QStringLiteral("絞込"));
+  command15_ = Button(this, "Command15", QStringLiteral("解除"));
+  refineLevel_ = new QLabel(this);
+  refineLevel_->setObjectName("RefineLevel");
+  strip->addWidget(command14_);
+  strip->addWidget(refineLevel_);
+  strip->addWidget(command15_);
+  strip->addStretch(1);
+  pin_ = Button(this, "Pin", QStringLiteral("固定"));
+  pin_->setCheckable(true);
+  strip->addWidget(pin_);
+  top->addLayout(strip);
+
+  // The class strip, the order and the count.
+  auto* classes = new QHBoxLayout;
+  picture3_ = new QWidget(this);
+  picture3_->setObjectName("Picture3");
+  auto* clevRow = new QHBoxLayout(picture3_);
+  clevRow->setContentsMargins(0, 0, 0, 0);
+  clevRow->setSpacing(2);
+  for (int c = 0; c <= 10; ++c) {
+    auto* l = new QLabel(Q(views::ClevCaption(c)), picture3_);
+    l->setObjectName(QStringLiteral("Clev_%1").arg(c));
+    l->setAlignment(Qt::AlignCenter);
+    l->setFixedSize(20, 20);
+    l->installEventFilter(this);
+    clevRow->addWidget(l);
+    clev_[static_cast<std::size_t>(c)] = l;
+  }
+  picture3_->installEventFilter(this);
+  classes->addWidget(picture3_);
+  label1_ = new QLabel(this);
+  label1_->setObjectName("Label1");
+  label1_->setMargin(3);
+  label1_->installEventFilter(this);
+  classes->addWidget(label1_);
+  check1_ = new QCheckBox(QStringLiteral("切替"), this);
+  check1_->setObjectName("Check1");
+  check1_->setFocusPolicy(Qt::NoFocus);
+  classes->addWidget(check1_);
+  label5_ = new QLabel(this);
+  label5_->setObjectName("Label5");
+  classes->addWidget(label5_);
+  classes->addStretch(1);
+  top->addLayout(classes);
+
+  grid_ = new platform::Grid(this);
+  grid_->setObjectName("Grid1");
+  top->addWidget(grid_, 1);
+
+  // The strip of buttons to the other views, then the settings and the end.
+  auto* buttons = new QHBoxLayout;
+  const std::array<std::pair<int, QString>, 9> views = {{{4, QStringLiteral("本文")},
+                                                         {5, QStringLiteral("資料")},
+                                                         {6, QStringLiteral("法華")},
+                                                         {7, QStringLiteral("年表")},
+                                                         {8, QStringLiteral("辞書")},
+                                                         {9, QStringLiteral("史料")},
+                                                         {3, QStringLiteral("注経")},
+                                                         {10, QStringLiteral("本尊")},
+                                                         {11, QStringLiteral("設定")}}};
+  for (const auto& [number, caption] : views) {
+    const QByteArray name = "Command" + QByteArray::number(number);
+    QPushButton* b = Button(this, name.constData(), caption);
+    commands_[static_cast<std::size_t>(number)] = b;
+    buttons->addWidget(b);
+    // The views come with their windows; until then their buttons are off.
+    if (number >= 4 && number <= 9) SetViewAvailable(number, false);
+    connect(b, &QPushButton::clicked, this, [this, number] { Command(number); });
+  }
+  buttons->addStretch(1);
+  commands_[2] = Button(this, "Command2", QStringLiteral("終了"));
+  buttons->addWidget(commands_[2]);
+  top->addLayout(buttons);
+
+  // Only the search box takes Japanese input.
+  platform::InputMethodOnlyInCombo1(this);
+
+  connect(combo1_, &QLineEdit::returnPressed, this, [this] {
+    FocusGrid();
+    Search();
+  });
+  connect(command1_, &QPushButton::clicked, this, [this] { Search(); });
+  connect(command12_, &QPushButton::clicked, this, [this] { combo_->showPopup(); });
+  connect(combo_, qOverload<int>(&QComboBox::activated), this, [this](int index) {
+    combo1_->setText(combo_->itemText(index));
+    combo1_->setFocus();
+    combo1_->end(false);
+  });
+  connect(label3_, &QPushButton::clicked, this, [this] {
+    const search::Outcome out = window_.model().Label3Click();
+    window_.toastDue = out.toast;
+    Show(window_.model());
+    AfterSearch();
+  });
+  connect(command14_, &QPushButton::clicked, this, [this] {
+    window_.model().Command14();
+    Show(window_.model());
+    FocusGrid();
+  });
+  connect(command15_, &QPushButton::clicked, this, [this] {
+    window_.model().Command15();
+    Show(window_.model());
+    FocusGrid();
+  });
+  for (int i = 0; i < 2; ++i) {
+    connect(sel_[static_cast<std::size_t>(i)], &QPushButton::clicked, this, [this, i] {
+      window_.toastDue = window_.model().SelClick(i).toast;
+      Show(window_.model());
+      AfterSearch();
+    });
+  }
+  connect(check1_, &QCheckBox::clicked, this, [this] {
+    window_.model().Check1Click();
+    Show(window_.model());
+    FocusGrid();
+  });
+  connect(pin_, &QPushButton::toggled, this, [this](bool down) { window_.Pin = down; });
+  connect(commands_[2], &QPushButton::clicked, this, [this] { program_.End(); });
+
+  connect(grid_, &platform::Grid::rowChanged, this, [this](int row) {
+    if (showing_ || row < 1) return;
+    window_.model().EnterCell(row);
+    Show(window_.model());
+  });
+  connect(grid_, &platform::Grid::gridDoubleClicked, this, [this](int row, int) {
+    if (row >= 1) Command(4);
+  });
+  connect(grid_, &platform::Grid::keyPressed, this,
+          [this](int key, Qt::KeyboardModifiers modifiers, bool& handled) {
+            handled = KeyDownAll(key, modifiers);
+          });
+  connect(grid_, &platform::Grid::topRowChanged, this, [this](int row) {
+    if (!showing_) window_.model().Scroll(row);
+  });
+}
+
+void ContentsForm::SetViewAvailable(int command, bool available) {
+  if (command < 2 || command > 11 || commands_[static_cast<std::size_t>(command)] == nullptr)
+    return;
+  QPushButton* b = commands_[static_cast<std::size_t>(command)];
+  b->setEnabled(available);
+  b->setProperty("viewAvailable", available);
+}
+
+void ContentsForm::Show(const views::Contents& model) {
+  showing_ = true;
+  const views::ContentsScreen s = model.Screen();
+  setWindowTitle(Q(s.Caption));
+  label2_->setText(Q(s.Label2));
+
+  const views::ContentsGrid& g = model.Grid();
+  grid_->SetRedraw(false);
+  grid_->SetShape(g.Rows, views::kContentsCols, 1, 1);
+  grid_->SetFontSize(g.FontSize * model.Scale);
+  for (int c = 0; c < views::kContentsCols; ++c) {
+    grid_->SetColWidth(c, g.ColWidth[static_cast<std::size_t>(c)]);
+    grid_->SetWordWrap(c, false);
+  }
+  for (int r = 0; r < g.Rows; ++r) {
+    grid_->SetRowHeight(r, g.RowHeightOf(r));
+    for (int c = 0; c < views::kContentsCols; ++c) {
+      grid_->SetText(r, c, g.TextMatrix(r, c));
+      grid_->SetAlignment(r, c, AlignOf(g.CellAlignment(r, c)));
+      grid_->SetBackColor(r, c, g.CellBackColor(r, c));
+    }
+  }
+  if (!g.empty) grid_->SetRow(g.Row);
+  grid_->SetTopRow(g.TopRow);
+  grid_->SetRedraw(true);
+
+  label1_->setText(Q(s.Label1));
+  label1_->setStyleSheet("background:" + Css(s.Label1Back, this) + ";");
+  picture3_->setVisible(s.ClevVisible);
+  for (int c = 0; c <= 10; ++c) {
+    clev_[static_cast<std::size_t>(c)]->setStyleSheet(
+        "background:" + Css(s.ClevBack[static_cast<std::size_t>(c)], this) + "; border:1px solid #666;");
+  }
+  label3_->setText(Q(s.Label3));
+  label3_->setStyleSheet("background:" + Css(s.Label3Back, this) + ";");
+  label3_->setEnabled(s.Label3Enabled);
+  label5_->setText(Q(s.Label5));
+  label5_->setVisible(s.refine.Label5Visible || !s.refine.RefineLevelVisible);
+  command14_->setVisible(s.refine.Command14Visible);
+  command14_->setEnabled(s.refine.Command14Enabled);
+  command15_->setVisible(s.refine.Command15Visible);
+  command15_->setEnabled(s.refine.Command15Enabled);
+  refineLevel_->setVisible(s.refine.RefineLevelVisible);
+  refineLevel_->setText(Q(s.refine.RefineLevel));
+  check1_->setVisible(s.Check1Visible);
+  check1_->setChecked(s.Check1);
+  check1_->setStyleSheet("background:" + Css(s.Check1Back, this) + ";");
+  for (std::size_t i = 0; i < 2; ++i) {
+    sel_[i]->setText(Q(s.Sel[i].caption));
+    sel_[i]->setChecked(s.Sel[i].down);
+  }
+  if (!combo1_->hasFocus()) combo1_->setText(Q(s.Combo1));
+  combo_->clear();
+  for (const std::u16string& item : s.Combo) combo_->addItem(Q(item));
+  showing_ = false;
+  ReportMetrics();
+}
+
+void ContentsForm::ReportMetrics() {
+  views::GridMetrics& m = window_.model().metrics;
+  m.height = grid_->viewport()->height();
+  m.rowHeight = std::max(1, grid_->CellRect(1, 1).height());
+  m.headerHeight = grid_->CellRect(0, 1).height();
+}
+
+void ContentsForm::Search() {
+  window_.SetCombo1(U(combo1_->text()));
+  window_.Kensaku(0);
+  AfterSearch();
+}
+
+void ContentsForm::AfterSearch() {
+  if (window_.toastDue && toast) toast(this);
+  window_.toastDue = false;
+  FocusGrid();
+}
+
+void ContentsForm::Command(int number) {
+  FocusGrid();
+  switch (number) {
+    case 11:
+      if (openSettings) openSettings();
+      return;
+    case 3:
+    case 10:
+      return;  // inert in this window
+    default:
+      break;
+  }
+  QPushButton* b = commands_[static_cast<std::size_t>(number)];
+  // A view whose window this build does not have yet is not reached.
+  if (b == nullptr || !b->property("viewAvailable").toBool()) return;
+  const views::ContentsAction action =
+      window_.Command(number, program_.navigator(), program_.windows());
+  if (action.openSelection && openSelection) openSelection();
+  if (action.openSettings && openSettings) openSettings();
+  if (action.minimise) showMinimized();
+}
+
+bool ContentsForm::KeyDownAll(int key, Qt::KeyboardModifiers modifiers) {
+  balloons_->KeyDown();
+  views::Contents& model = window_.model();
+  switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      Command(4);
+      return true;
+    case Qt::Key_Left:
+      model.SrnBack();
+      Show(model);
+      return true;
+    case Qt::Key_Right:
+      model.SrnNext();
+      Show(model);
+      return true;
+    case Qt::Key_F1:
+      if (openSettings) openSettings();
+      return true;
+    case Qt::Key_F:
+      if (modifiers & Qt::ControlModifier) {
+        combo1_->setFocus();
+        combo1_->selectAll();
+        return true;
+      }
+      return false;
+    default:
+      return false;
+  }
+}
+
+void ContentsForm::FocusGrid() {
+  grid_->setFocus();
+}
+
+bool ContentsForm::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonRelease) {
+    const bool strip = watched == picture3_ || watched == label1_ ||
+                       std::find(clev_.begin(), clev_.end(), watched) != clev_.end();
+    if (strip && openSelection) {
+      openSelection();
+      return true;
+    }
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void ContentsForm::closeEvent(QCloseEvent* event) {
+  // Alt+F4 as well: only "終了" ends the run.
+  if (program_.Ending()) {
+    event->accept();
+  } else {
+    event->ignore();
+  }
+}
+
+void ContentsForm::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  views::Contents& model = window_.model();
+  const double scale = static_cast<double>(width()) / kDesignWidth;
+  if (std::abs(scale - model.Scale) > 0.01) {
+    model.Scale = scale;
+    model.KeepTop = grid_->TopRow();
+    window_.Hyouji();
+  }
+  ReportMetrics();
+  SaveGeometry();
+}
+
+void ContentsForm::moveEvent(QMoveEvent* event) {
+  QWidget::moveEvent(event);
+  SaveGeometry();
+}
+
+void ContentsForm::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && !isActiveWindow()) window_.Deactivate();
+}
+
+void ContentsForm::SaveGeometry() {
+  if (!isVisible() || isMinimized() || isMaximized() || program_.Ending()) return;
+  const QRect g = geometry();
+  corpus::WriteGeometry(program_.store(), kSection, {g.x(), g.y(), g.width(), g.height()});
+}
+
+}  // namespace suizo::app

@@ -1,0 +1,84 @@
+// `Form9`: the writings contents, the window that carries the run. It copies
+// what the core's contents model holds into its controls and hands every
+// click and key back to it.
+#pragma once
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QWidget>
+#include <array>
+#include <functional>
+
+#include "app/platform/grid.h"
+#include "core/views/contents.h"
+
+namespace suizo::app {
+
+class Program;
+class BalloonHelpQt;
+
+class ContentsForm : public QWidget {
+  Q_OBJECT
+
+ public:
+  ContentsForm(views::ContentsWindow& window, Program& program);
+
+  views::ContentsWindow& window() { return window_; }
+  // Copies the model into the controls.
+  void Show(const views::Contents& model);
+  // The views a button leads to that this build has windows for.
+  void SetViewAvailable(int command, bool available);
+
+  // The dialogs the strip opens; the program wires them.
+  std::function<void()> openSelection, openSettings;
+  // The toast "** 見つかりません **"; the program wires it.
+  std::function<void(QWidget*)> toast;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void Build();
+  void LayOutSel();
+  void ReportMetrics();
+  void Search();
+  void AfterSearch();
+  void Command(int number);
+  // `KeyDownAll`: true when the key was the window's.
+  bool KeyDownAll(int key, Qt::KeyboardModifiers modifiers);
+  void SaveGeometry();
+  void FocusGrid();
+
+  views::ContentsWindow& window_;
+  Program& program_;
+  bool showing_ = false;  // copying the model: the grid's signals are not the user's
+
+  QLabel* label2_;
+  QLineEdit* combo1_;
+  QComboBox* combo_;
+  QPushButton* command12_;
+  QPushButton* command1_;
+  QPushButton* label3_;
+  QPushButton* command14_;
+  QPushButton* command15_;
+  QLabel* refineLevel_;
+  QLabel* label5_;
+  QWidget* picture3_;
+  std::array<QLabel*, 11> clev_{};
+  QLabel* label1_;
+  QCheckBox* check1_;
+  QPushButton* pin_;
+  std::array<QPushButton*, 12> commands_{};  // `Command2` to `Command11` by number
+  std::array<QPushButton*, 2> sel_{};
+  platform::Grid* grid_;
+  BalloonHelpQt* balloons_ = nullptr;
+};
+
+}  // namespace suizo::app

@@ -1,0 +1,67 @@
+// Takes pictures of the windows on a data folder, for a person to look at:
+// suizo-screenshots DATA_DIR OUT_DIR. The user's settings are not touched.
+#include <QApplication>
+#include <QDir>
+#include <QTimer>
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+
+#include "app/corpus/program.h"
+#include "app/corpus/settings_dialog_window.h"
+#include "app/platform/web_engine_setup.h"
+#include "app/views/contents_form.h"
+#include "app/views/selection_dialog_window.h"
+#include "core/corpus/settings.h"
+
+namespace {
+
+void Settle() {
+  for (int i = 0; i < 20; ++i) QApplication::processEvents();
+}
+
+bool Save(QWidget& window, const QString& file) {
+  Settle();
+  return window.grab().save(file);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  suizo::platform::PrepareWebEngine();
+  QApplication app(argc, argv);
+  if (argc != 3) {
+    std::fprintf(stderr, "usage: suizo-screenshots DATA_DIR OUT_DIR\n");
+    return 2;
+  }
+  const QString out = QString::fromLocal8Bit(argv[2]);
+  QDir().mkpath(out);
+  suizo::corpus::MemorySettings store;
+  suizo::app::Program program(std::filesystem::path(argv[1]), store, u"" SUIZO_VERSION_U16);
+  if (!program.Start()) return 2;
+  suizo::app::ContentsForm& contents = *program.contents();
+  contents.setGeometry(20, 20, 1000, 660);
+
+  bool ok = Save(contents, out + "/Form9.png");
+  // A title searched by its reading, as a scholar would first try.
+  const int row = program.corpus().MokOrder[std::min(3, program.corpus().MosMaxY)];
+  contents.window().SetCombo1(program.corpus().Mok().Get(row, 25).substr(0, 3));
+  contents.window().Kensaku(0);
+  ok = Save(contents, out + "/Form9-search.png") && ok;
+
+  suizo::app::SelectionDialogWindow selection(program.corpus(), program.selection(),
+                                              program.windows(), program.settings(), store,
+                                              &contents);
+  selection.show();
+  ok = Save(selection, out + "/Form3.png") && ok;
+  selection.reject();
+
+  suizo::app::SettingsDialogWindow settings(program.settings(), store, u"" SUIZO_VERSION_U16,
+                                            &contents);
+  settings.show();
+  ok = Save(settings, out + "/Form13.png") && ok;
+  settings.reject();
+
+  program.End();
+  return ok ? 0 : 1;
+}
