@@ -106,11 +106,6 @@ void ContentsForm::Build() {
   strip->addWidget(combo_);
   command1_ = Button(this, "Command1", QStringLiteral("検索"));
   strip->addWidget(command1_);
-  for (int i = 0; i < 2; ++i) {
-    sel_[static_cast<std::size_t>(i)] = Button(this, i == 0 ? "Sel_0" : "Sel_1", {});
-    sel_[static_cast<std::size_t>(i)]->setCheckable(true);
-    strip->addWidget(sel_[static_cast<std::size_t>(i)]);
-  }
   label3_ = Button(this, "Label3", {});
   label3_->setFlat(true);
   label3_->setMinimumWidth(70);
@@ -164,6 +159,15 @@ void ContentsForm::Build() {
   grid_ = new platform::Grid(this);
   grid_->setObjectName("Grid1");
   top->addWidget(grid_, 1);
+  // The two search targets lie over their header cells (`SetSel`).
+  for (int i = 0; i < 2; ++i) {
+    QPushButton* b = Button(this, i == 0 ? "Sel_0" : "Sel_1", {});
+    b->setCheckable(true);
+    b->setStyleSheet(
+        "QPushButton{border:1px solid #999; background:#CCCCCC;}"
+        "QPushButton:checked{background:#FFFFC0; font-weight:bold;}");
+    sel_[static_cast<std::size_t>(i)] = b;
+  }
 
   // The strip of buttons to the other views, then the settings and the end.
   auto* buttons = new QHBoxLayout;
@@ -316,6 +320,22 @@ void ContentsForm::Show(const views::Contents& model) {
   for (const std::u16string& item : s.Combo) combo_->addItem(Q(item));
   showing_ = false;
   ReportMetrics();
+  LayOutSel();
+}
+
+void ContentsForm::LayOutSel() {
+  const views::ContentsLayout& layout = views::LayoutOf(window_.model().kind());
+  for (std::size_t i = 0; i < 2; ++i) {
+    const QRect cell = grid_->CellRect(0, layout.selColumns[i]);
+    if (cell.isEmpty()) continue;
+    const QPoint at = grid_->mapTo(this, cell.topLeft());
+    const views::SelPlace place = views::SetSel(
+        {static_cast<double>(at.x()), static_cast<double>(at.y()),
+         static_cast<double>(cell.width()), static_cast<double>(cell.height())});
+    sel_[i]->setGeometry(static_cast<int>(place.Sel.left), static_cast<int>(place.Sel.top),
+                         static_cast<int>(place.Sel.width), static_cast<int>(place.Sel.height));
+    sel_[i]->raise();
+  }
 }
 
 void ContentsForm::ReportMetrics() {
@@ -425,6 +445,7 @@ void ContentsForm::resizeEvent(QResizeEvent* event) {
     window_.Hyouji();
   }
   ReportMetrics();
+  LayOutSel();
   SaveGeometry();
 }
 

@@ -1,4 +1,6 @@
+#include <QAbstractButton>
 #include <QApplication>
+#include <QTimer>
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -140,6 +142,48 @@ class ContentsFormTest : public QObject {
     QCOMPARE(grid->Rows(), 2);
     QVERIFY(grid->CellRect(1, 1).isEmpty());
     p->End();
+  }
+
+  // The class strip opens the selection dialog over the window; its OK
+  // carries the new collection and order into the list.
+  void theClassStripOpensTheSelectionDialog() {
+    auto p = Started();
+    QVERIFY(p);
+    bool seen = false;
+    QTimer::singleShot(0, [&] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      QVERIFY(dialog);
+      QCOMPARE(dialog->objectName(), QStringLiteral("Form3"));
+      seen = true;
+      dialog->findChild<QAbstractButton*>(QStringLiteral("Option1_1"))->click();
+      dialog->findChild<QAbstractButton*>(QStringLiteral("Check1"))->click();
+      dialog->findChild<QAbstractButton*>(QStringLiteral("Command1"))->click();
+    });
+    QTest::mouseClick(Control<QLabel>(*p, "Clev_3"), Qt::LeftButton);
+    QVERIFY(seen);
+    QCOMPARE(p->selection().Gk, 22);
+    QCOMPARE(Control<QLabel>(*p, "Label1")->text(), QStringLiteral("定本並替:系年順"));
+    p->End();
+  }
+
+  // Deleting every setting from the settings dialog ends the run.
+  void deleteAllFromTheSettingsDialogEndsTheRun() {
+    auto p = Started();
+    QVERIFY(p);
+    settings_.Write(u"@設定", u"Itaiji", u"0");
+    p->ask = [](QWidget*, const QString& question) {
+      return question.contains(QStringLiteral("設定をすべて削除"));
+    };
+    QTimer::singleShot(0, [] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      QVERIFY(dialog);
+      QCOMPARE(dialog->objectName(), QStringLiteral("Form13"));
+      dialog->findChild<QAbstractButton*>(QStringLiteral("Command1"))->click();
+    });
+    QTest::mouseClick(Control<QPushButton>(*p, "Command11"), Qt::LeftButton);
+    QVERIFY(p->Ending());
+    QVERIFY(!settings_.Read(u"@設定", u"Itaiji").has_value());
+    QVERIFY(!corpus::ReadGeometry(settings_, u"@目次").has_value());
   }
 
   void closingIsRefusedButTheEndButtonEnds() {
