@@ -187,7 +187,8 @@ void ContentsForm::Build() {
     buttons->addWidget(b);
     // The views come with their windows; until then their buttons are off.
     if (number >= 4 && number <= 9) SetViewAvailable(number, false);
-    connect(b, &QPushButton::clicked, this, [this, number] { Command(number); });
+    // Clang 14 captures no structured binding.
+    connect(b, &QPushButton::clicked, this, [this, n = number] { Command(n); });
   }
   buttons->addStretch(1);
   commands_[2] = Button(this, "Command2", QStringLiteral("終了"));
