@@ -45,22 +45,22 @@ bool SameWork(const Position& a, const Position& b) {
 }  // namespace
 
 VerticalSpec WritingsVerticalSpec(const VerticalSettings& settings, int tateOne) {
-  VerticalSpec spec;
-  spec.mainColumn = corpus::dat::kMain;  // never the second main text
-  spec.secondColumn = corpus::dat::kTranslation;
-  spec.chars1 = tateOne == 1 ? settings.GmL1 + settings.GmL2 + 2 : settings.GmL1;
-  spec.chars2 = settings.Gcm1 == 1 ? kCompactTranslationPx / 16 : settings.GmL2;
-  spec.height1 = spec.chars1 * 16;
-  spec.height2 = spec.chars2 * 16;
-  spec.second = tateOne != 1;
-  return spec;
+  VerticalSpec shape;
+  shape.mainColumn = corpus::dat::kMain;  // never the second main text
+  shape.secondColumn = corpus::dat::kTranslation;
+  shape.chars1 = tateOne == 1 ? settings.GmL1 + settings.GmL2 + 2 : settings.GmL1;
+  shape.chars2 = settings.Gcm1 == 1 ? kCompactTranslationPx / 16 : settings.GmL2;
+  shape.height1 = shape.chars1 * 16;
+  shape.height2 = shape.chars2 * 16;
+  shape.second = tateOne != 1;
+  return shape;
 }
 
-VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSpec& spec, int gk,
+VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSpec& shape, int gk,
                         int authenticScope, const LineMarker& hiLight, const ColumnMeter& meter) {
-  const bool one = !spec.second;
-  const int height1 = spec.height1;
-  const int height2 = spec.height2;
+  const bool one = !shape.second;
+  const int height1 = shape.height1;
+  const int height2 = shape.height2;
   const std::u16string h1 = Wrapper(height1);
   const std::u16string h2 = Wrapper(height2);
 
@@ -74,16 +74,16 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const Verti
   std::u16string html1, html2, sep1, sep2;
   Position before = pos;
 
-  for (int i = 1; i <= spec.maxLines; ++i) {
-    std::u16string t1 = Blanks(spec.mainEmpty ? std::u16string_view() : table.Text(pos.Lpos, spec.mainColumn));
-    if (spec.writings && gk > 0 && text::Contains(t1, kStubMark)) t1 = CutStub(t1);
+  for (int i = 1; i <= shape.maxLines; ++i) {
+    std::u16string t1 = Blanks(shape.mainEmpty ? std::u16string_view() : table.Text(pos.Lpos, shape.mainColumn));
+    if (shape.writings && gk > 0 && text::Contains(t1, kStubMark)) t1 = CutStub(t1);
     DropClosingSlash(t1);
-    t1 = hiLight(t1, spec.mainPane, pos.Lpos);
+    t1 = hiLight(t1, shape.mainPane, pos.Lpos);
 
-    std::u16string t2 = Blanks(one ? std::u16string_view() : table.Text(pos.Lpos, spec.secondColumn));
+    std::u16string t2 = Blanks(one ? std::u16string_view() : table.Text(pos.Lpos, shape.secondColumn));
     DropClosingSlash(t2);
-    if (spec.writings) t2 = WithoutNotes(t2);
-    t2 = hiLight(t2, spec.secondPane, pos.Lpos);
+    if (shape.writings) t2 = WithoutNotes(t2);
+    t2 = hiLight(t2, shape.secondPane, pos.Lpos);
 
     const double w1 = meter.Columns(text::ReplaceAll(t1, u"／", u"<BR>"), height1);
     const double w2 = one ? 0 : meter.Columns(text::ReplaceAll(t2, u"／", u"<BR>"), height2);
@@ -92,7 +92,7 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const Verti
     sum2 += w2;
 
     const bool grey =
-        spec.writings && authenticScope == 1 && table.Text(pos.Lpos, corpus::dat::kAutograph).empty();
+        shape.writings && authenticScope == 1 && table.Text(pos.Lpos, corpus::dat::kAutograph).empty();
     const std::u16string_view a = grey ? kGreyOpen : u"";
     const std::u16string_view b = grey ? kGreyClose : u"";
 
@@ -115,17 +115,17 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const Verti
     }
     std::u16string* padded = nullptr;
     if (!one && w1 > w2) {
-      padded = spec.writings ? &next2 : &t2;
+      padded = shape.writings ? &next2 : &t2;
       sum2 += std::floor(d);
     } else if (w2 > w1) {
-      padded = spec.writings ? &next1 : &t1;
+      padded = shape.writings ? &next1 : &t1;
       sum1 += std::floor(d);
     }
     // The others fill the shorter text's last column and whole columns more
     // with ideographic spaces: d columns of its own characters.
-    if (!spec.writings && padded != nullptr) {
+    if (!shape.writings && padded != nullptr) {
       const bool second = padded == &t2;
-      const auto n = static_cast<std::size_t>(std::floor(d)) * static_cast<std::size_t>(second ? spec.chars2 : spec.chars1);
+      const auto n = static_cast<std::size_t>(std::floor(d)) * static_cast<std::size_t>(second ? shape.chars2 : shape.chars1);
       padded->append(n, u'\u3000');
       // A padded text is no longer empty: it takes the full separator.
       if (second && n > 0) next2 = u"<BR><BR>";
@@ -167,7 +167,7 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const Verti
       }
       if (pos.Lpos == before.Lpos) break;
       // The page is full: the line just stepped to is not on it.
-      if (i == spec.maxLines) pos = before;
+      if (i == shape.maxLines) pos = before;
     }
   }
 
@@ -181,11 +181,11 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const Verti
   html1 = text::ReplaceAll(html1, u"／", u"<BR>");
   // Under a printed collection the stubs were cut line by line, and with the
   // breaks in no "／" is left to cut from.
-  if (spec.writings && gk <= 0 && text::Contains(html1, kStubMark)) html1 = LinkLines(html1);
+  if (shape.writings && gk <= 0 && text::Contains(html1, kStubMark)) html1 = LinkLines(html1);
   page.main = h1 + html1;
   if (!one) {
     html2 = text::ReplaceAll(html2, u"／", u"<BR>");
-    page.translation = h2 + (spec.writings ? LinkLines(html2) : html2);
+    page.translation = h2 + (shape.writings ? LinkLines(html2) : html2);
     page.translationWritten = true;
   }
   return page;

@@ -68,7 +68,7 @@ struct VerticalPage {
 // one); `authenticScope` is `CSel(10)`, which greys lines without an
 // autograph.
 using LineMarker = std::function<std::u16string(std::u16string_view, int, int)>;
-VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSpec& spec, int gk,
+VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSpec& shape, int gk,
                         int authenticScope, const LineMarker& hiLight, const ColumnMeter& meter);
 // The writings' page from their settings.
 inline VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSettings& settings,

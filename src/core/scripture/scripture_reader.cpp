@@ -41,10 +41,10 @@ void ScriptureReader::HorizontalPanes(ReaderView& v, const std::array<std::u16st
   v.scrollPanesToTop = true;
 }
 
-void ScriptureReader::VerticalPanes(ReaderView& v, const reader::VerticalSpec& spec, reader::Highlighter& marks) {
+void ScriptureReader::VerticalPanes(ReaderView& v, const reader::VerticalSpec& shape, reader::Highlighter& marks) {
   const auto hiLight = [&](std::u16string_view t, int pane, int at) { return marks.HiLight(t, pane, at); };
   reader::VerticalPage page =
-      reader::HyoujiTate(table_, {&engine_.pos, engine_.Limit, &BackFill, &BlockLines, 0}, spec, 0, 0, hiLight, meter());
+      reader::HyoujiTate(table_, {&engine_.pos, engine_.Limit, &BackFill, &BlockLines, 0}, shape, 0, 0, hiLight, meter());
   v.panes[1].body = std::move(page.main);
   v.panes[1].written = true;
   v.panes[1].scrollRight = 10000;

@@ -45,7 +45,7 @@ class ScriptureReader : public reader::ReaderBase {
   // Panes 1 to 4 in the horizontal layout, each text marked for its pane.
   void HorizontalPanes(ReaderView& v, const std::array<std::u16string, 4>& texts, reader::Highlighter& marks);
   // The vertical page into the main pane and the second one.
-  void VerticalPanes(ReaderView& v, const reader::VerticalSpec& spec, reader::Highlighter& marks);
+  void VerticalPanes(ReaderView& v, const reader::VerticalSpec& shape, reader::Highlighter& marks);
   // What every render ends with.
   void FinishView(ReaderView& v) const;
 };

@@ -69,24 +69,24 @@ ReaderView SourcesReader::Hyouji() {
   } else {
     // A hidden `Command13` holds no one-pane form.
     const int tateOne = Command13Shown() ? TateOne : 0;
-    reader::VerticalSpec spec;
-    spec.mainColumn = kOriginal;
-    spec.secondColumn = Check1 == 1 ? kShaped : kReading;
-    spec.mainPane = 0;
-    spec.secondPane = Check1 == 1 ? 1 : 2;
+    reader::VerticalSpec shape;
+    shape.mainColumn = kOriginal;
+    shape.secondColumn = Check1 == 1 ? kShaped : kReading;
+    shape.mainPane = 0;
+    shape.secondPane = Check1 == 1 ? 1 : 2;
     if (settings_->Gcm1 != 0) {
-      spec.chars1 = spec.chars2 = kCompactChars;
+      shape.chars1 = shape.chars2 = kCompactChars;
     } else if (Check1 == 0 && tateOne == 1) {
-      spec.chars1 = spec.chars2 = settings_->SmL1 + settings_->SmL2 + 2;
+      shape.chars1 = shape.chars2 = settings_->SmL1 + settings_->SmL2 + 2;
     } else {
-      spec.chars1 = settings_->SmL1;
-      spec.chars2 = settings_->SmL2;
+      shape.chars1 = settings_->SmL1;
+      shape.chars2 = settings_->SmL2;
     }
-    spec.height1 = spec.chars1 * 16;
-    spec.height2 = spec.chars2 * 16;
-    spec.mainEmpty = tateOne == 1;
-    spec.writings = false;
-    VerticalPanes(v, spec, highlighter);
+    shape.height1 = shape.chars1 * 16;
+    shape.height2 = shape.chars2 * 16;
+    shape.mainEmpty = tateOne == 1;
+    shape.writings = false;
+    VerticalPanes(v, shape, highlighter);
   }
   FinishView(v);
   v.Command13Caption = TateOne == 1 ? u"△" : u"▽";

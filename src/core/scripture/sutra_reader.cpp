@@ -59,19 +59,19 @@ reader::ReaderView SutraReader::Hyouji() {
                      reader::PaneText(col(kChinese), false, false), ReplaceAll(col(NoteColumn()), u"／", u"<BR>")},
                     highlighter);
   } else {
-    reader::VerticalSpec spec;
-    spec.mainColumn = kReading;
-    spec.secondColumn = Check1 == 1 ? kChinese : kTranslation;
-    spec.mainPane = 0;
-    spec.secondPane = Check1 == 1 ? 2 : 1;
+    reader::VerticalSpec shape;
+    shape.mainColumn = kReading;
+    shape.secondColumn = Check1 == 1 ? kChinese : kTranslation;
+    shape.mainPane = 0;
+    shape.secondPane = Check1 == 1 ? 2 : 1;
     const bool compact = settings_->Gcm1 != 0;
-    spec.chars1 = compact ? kCompactChars : Check1 == 1 ? settings_->HmL2 : settings_->HmL1;
-    spec.chars2 = compact ? kCompactChars : Check1 == 1 ? settings_->HmL1 : settings_->HmL2;
-    spec.height1 = spec.chars1 * 16;
-    spec.height2 = spec.chars2 * 16;
-    spec.maxLines = kMaxRows;
-    spec.writings = false;
-    VerticalPanes(v, spec, highlighter);
+    shape.chars1 = compact ? kCompactChars : Check1 == 1 ? settings_->HmL2 : settings_->HmL1;
+    shape.chars2 = compact ? kCompactChars : Check1 == 1 ? settings_->HmL1 : settings_->HmL2;
+    shape.height1 = shape.chars1 * 16;
+    shape.height2 = shape.chars2 * 16;
+    shape.maxLines = kMaxRows;
+    shape.writings = false;
+    VerticalPanes(v, shape, highlighter);
   }
   FinishView(v);
   return v;
