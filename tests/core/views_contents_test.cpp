@@ -1,3 +1,4 @@
+#include "core/reader/reader_base.h"
 #include "core/views/contents.h"
 
 #include <gtest/gtest.h>
@@ -167,14 +168,20 @@ TEST_F(ContentsSearchTest, TitleIsFoundByItsReadingAndTheStepsStopAtTheEnds) {
   Search(c, u"がんしん");  // readings only: no title holds it
   ASSERT_EQ(c.Srn(), 3);
   EXPECT_EQ(SysNoAt(c, c.Hit(1).Mpos), u"10154");
-  c.SrnBack();
+  // The arrow keys walk the hits and stop at the ends.
+  namespace key = reader::key;
+  EXPECT_TRUE(c.KeyDownAll(key::kLeft, 0).redraw);
   EXPECT_EQ(c.SrnPos(), 1);
-  c.SrnNext();
-  c.SrnNext();
-  c.SrnNext();
+  for (int i = 0; i < 3; ++i) c.KeyDownAll(key::kRight, 0);
   EXPECT_EQ(c.SrnPos(), 3);
   EXPECT_EQ(c.Mpos, c.Hit(3).Mpos);
   EXPECT_EQ(c.Grid().Row, c.Hit(3).Mpos);
+  // Enter opens the reader, Ctrl+F the box, F1 the settings; the rest is the grid's.
+  EXPECT_TRUE(c.KeyDownAll(key::kEnter, 0).openReader);
+  EXPECT_TRUE(c.KeyDownAll(key::kF, key::kCtrl).focusBox);
+  EXPECT_FALSE(c.KeyDownAll(key::kF, 0).handled);
+  EXPECT_TRUE(c.KeyDownAll(key::kF1, 0).openSettings);
+  EXPECT_FALSE(c.KeyDownAll(key::kDown, 0).handled);
 
   // A switch over the header searches the box again on its target.
   c.SelClick(1);

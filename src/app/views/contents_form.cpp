@@ -8,6 +8,7 @@
 
 #include "app/corpus/program.h"
 #include "app/platform/input_method.h"
+#include "app/platform/keys.h"
 #include "app/views/balloon_help_qt.h"
 #include "core/corpus/settings.h"
 
@@ -382,33 +383,16 @@ void ContentsForm::Command(int number) {
 
 bool ContentsForm::KeyDownAll(int key, Qt::KeyboardModifiers modifiers) {
   balloons_->KeyDown();
-  views::Contents& model = window_.model();
-  switch (key) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      Command(4);
-      return true;
-    case Qt::Key_Left:
-      model.SrnBack();
-      Show(model);
-      return true;
-    case Qt::Key_Right:
-      model.SrnNext();
-      Show(model);
-      return true;
-    case Qt::Key_F1:
-      if (openSettings) openSettings();
-      return true;
-    case Qt::Key_F:
-      if (modifiers & Qt::ControlModifier) {
-        combo1_->setFocus();
-        combo1_->selectAll();
-        return true;
-      }
-      return false;
-    default:
-      return false;
+  const views::ContentsKey asked = window_.model().KeyDownAll(platform::KeyCode(key),
+                                                              platform::ShiftState(modifiers));
+  if (asked.redraw) Show(window_.model());
+  if (asked.openReader) Command(4);
+  if (asked.openSettings && openSettings) openSettings();
+  if (asked.focusBox) {
+    combo1_->setFocus();
+    combo1_->selectAll();
   }
+  return asked.handled;
 }
 
 void ContentsForm::FocusGrid() {

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "core/corpus/orders.h"
+#include "core/reader/reader_base.h"
 #include "core/search/compilers.h"
 #include "core/search/variants.h"
 #include "core/text/numbers.h"
@@ -292,6 +293,27 @@ void Contents::SrnNext() {
   Mpos = Hit(srnPos_).Mpos;
   Lpos = Hit(srnPos_).Lpos;
   Hyouji2();
+}
+
+ContentsKey Contents::KeyDownAll(int keyCode, int shift) {
+  namespace key = reader::key;
+  switch (keyCode) {
+    case key::kEnter:
+      return {.handled = true, .openReader = true};
+    case key::kLeft:
+      SrnBack();
+      return {.handled = true, .redraw = true};
+    case key::kRight:
+      SrnNext();
+      return {.handled = true, .redraw = true};
+    case key::kF1:
+      return {.handled = true, .openSettings = true};
+    case key::kF:
+      if (shift & key::kCtrl) return {.handled = true, .focusBox = true};
+      return {};
+    default:
+      return {};  // the grid walks its rows itself
+  }
 }
 
 search::Outcome Contents::SelClick(int target) {

@@ -135,6 +135,15 @@ struct ContentsHit {
   int row = 0;
 };
 
+// What a key asked of the window beyond its own redraw.
+struct ContentsKey {
+  bool handled = false;      // the key was the window's, not the grid's
+  bool redraw = false;
+  bool openReader = false;   // as `Command4`
+  bool focusBox = false;     // the search box, its text selected
+  bool openSettings = false;
+};
+
 class Contents {
  public:
   Contents(ContentsKind kind, corpus::Corpus& corpus, corpus::Selection& selection,
@@ -172,6 +181,8 @@ class Contents {
   search::Outcome Kensaku(int mode);
   void SrnBack();
   void SrnNext();
+  // `KeyDownAll` with the key's code and the shift state (reader::key).
+  ContentsKey KeyDownAll(int keyCode, int shift);
   // `Command14` "絞込": keeps the hits as a narrowed list; false when there
   // is nothing to keep or 21 levels are kept already.
   bool Command14();
