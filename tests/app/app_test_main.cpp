@@ -14,6 +14,9 @@ std::vector<Factory>& Suites() {
 }  // namespace suizo::apptest
 
 int main(int argc, char** argv) {
+  // On the virtual display the browser's GPU process fails now and then to
+  // set up, and input then never reaches a page: draw in software alone.
+  if (qEnvironmentVariableIsEmpty("QTWEBENGINE_CHROMIUM_FLAGS")) qputenv("QTWEBENGINE_CHROMIUM_FLAGS", "--disable-gpu");
   suizo::platform::PrepareWebEngine();
   QApplication app(argc, argv);
   int failed = 0;

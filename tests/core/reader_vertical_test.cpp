@@ -48,6 +48,30 @@ TEST(ColumnMeter, CountsColumnsAsABrowserLaysOutVerticalText) {
       {u"本本abc", 48, 2},
       {u"abcdefghij", 48, 1},
       {u"ｱｲｳｴｵｶｷｸｹｺ", 48, 2},
+      // ...but breaks after a hyphen or a question mark before a letter.
+      {u"abcd-efgh", 48, 2},
+      {u"ab?cdefg", 48, 2},
+      // Ideographic spaces at a column's end hang past it.
+      {u"本本本\u3000", 48, 1},
+      {u"本本本\u3000\u3000<BR>本", 48, 2},
+      {u"本本本\u3000本本本", 48, 2},
+      {u"\u3000\u3000\u3000\u3000", 48, 1},
+      {u"\u3000\u3000\u3000本", 48, 2},
+      {u"本\u3000。本本", 48, 2},  // ...but not in front of a closing mark
+      // Small kana, the long vowel mark, leaders and the signs after a number
+      // never begin a column; the signs before one never end it; a quote
+      // holds to both sides.
+      {u"本本本っ本本", 48, 3},
+      {u"本本本ー本本", 48, 3},
+      {u"本本本…本本", 48, 3},
+      {u"本本本％本本", 48, 3},
+      {u"本本本%a本本", 48, 3},
+      {u"本本本-a本本", 48, 3},
+      {u"本本￥本本本", 48, 3},
+      {u"本本a$本本本", 48, 3},
+      {u"本本”本本本", 48, 3},
+      {u"本本本“本本", 48, 3},
+      {u"本本本～本本", 48, 2},  // the full-width tilde is no wave dash
   };
   for (const Case& c : cases) {
     EXPECT_EQ(TextColumnMeter().Columns(c.html, c.heightPx), c.columns)

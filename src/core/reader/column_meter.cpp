@@ -17,7 +17,7 @@ bool IsAsciiLetter(char16_t c) {
 bool IsAsciiDigit(char16_t c) {
   return c >= u'0' && c <= u'9';
 }
-// The blanks HTML collapses into one; U+3000 is a character like any other.
+// The blanks HTML collapses into one; U+3000 is not among them.
 bool IsCollapsible(char32_t c) {
   return c == U' ' || c == U'\t' || c == U'\n' || c == U'\r' || c == U'\f';
 }
@@ -27,45 +27,67 @@ bool IsHalfWidth(char32_t c) {
          (c >= 0xFFE8 && c <= 0xFFEE);
 }
 
-// Latin runs are words: the browser breaks them only at blanks.
+// Latin runs are words: the browser breaks them only at blanks, and after a
+// hyphen or a question mark that a letter or digit follows.
 bool IsWordChar(char32_t c) {
   return (c > 0x20 && c <= 0x7E) || c == 0xA0;
 }
+bool BreaksInsideWord(char32_t before, char32_t after) {
+  const bool alnum = (after >= U'0' && after <= U'9') || (after >= U'a' && after <= U'z') ||
+                     (after >= U'A' && after <= U'Z');
+  return (before == U'-' || before == U'?') && alnum;
+}
+
+// The ideographic space may not begin a column, and at a column's end it
+// hangs: it takes no room there, and what follows starts the next column.
+constexpr char32_t kIdeographicSpace = 0x3000;
+
+bool IsIn(std::u16string_view set, char32_t c) {
+  return c <= 0xFFFF && set.find(static_cast<char16_t>(c)) != std::u16string_view::npos;
+}
 
 // Japanese line breaking: these may not begin a column, so the character
-// before them goes along into the next one.
+// before them goes along into the next one. Small kana and the long vowel
+// mark count among them, as do the signs that follow a number, and quotes,
+// which hold to what stands on either side.
 bool IsNonStarter(char32_t c) {
   static constexpr std::u16string_view kNonStarters =
-      u"、。，．・：；？！゛゜ヽヾゝゞ々〻‐゠〜～）〕］｝〉》」』】〙〗〟’”｡｣､･ﾞﾟ!),.:;?]}";
-  return c <= 0xFFFF && kNonStarters.find(static_cast<char16_t>(c)) != std::u16string_view::npos;
+      u"、。，．・：；？！‼⁇⁈⁉゛゜ヽヾゝゞ々〻‐–゠〜）〕］｝〉》」』】〙〗〟‘’“”｡｣､･ﾞﾟ…‥"
+      u"ぁぃぅぇぉっゃゅょゎゕゖァィゥェォッャュョヮヵヶーｧｨｩｪｫｬｭｮｯｰ％℃°′″‰¢"
+      u"!),.:;?]}%-/|\"'";
+  return IsIn(kNonStarters, c) || (c >= 0x31F0 && c <= 0x31FF) || c == kIdeographicSpace;
 }
-// ...and these may not end one.
+// ...and these may not end one: openers, quotes, and the signs that go
+// before a number.
 bool IsOpener(char32_t c) {
-  static constexpr std::u16string_view kOpeners = u"（〔［｛〈《「『【〘〖〝‘“｢([{";
-  return c <= 0xFFFF && kOpeners.find(static_cast<char16_t>(c)) != std::u16string_view::npos;
+  static constexpr std::u16string_view kOpeners =
+      u"（〔［｛〈《「『【〘〖〝‘’“”｢￥＄£¥€±([{$+\\\"'";
+  return IsIn(kOpeners, c);
 }
 
 bool BreakBetween(char32_t before, char32_t after) {
-  if (IsWordChar(before) && IsWordChar(after)) return false;
+  if (IsWordChar(before) && IsWordChar(after)) return BreaksInsideWord(before, after);
   return !IsNonStarter(after) && !IsOpener(before);
 }
 
 // A run no break may fall inside, and whether a blank stands in front of it.
 struct Segment {
   int px = 0;
+  int hanging = 0;  // the ideographic spaces it ends with
   bool blankBefore = false;
 };
 
 // Columns a text between two breaks takes: segments fill a column greedily;
 // a blank between them takes room only inside a column; a segment longer
-// than a column overflows it rather than being split.
+// than a column overflows it rather than being split; the spaces a segment
+// ends with may hang past the column's end.
 int LineColumns(const std::vector<Segment>& segments, int heightPx) {
   if (segments.empty()) return 0;
   int columns = 1;
   int used = 0;
   for (const Segment& s : segments) {
     const int blank = s.blankBefore && used > 0 ? kHalf : 0;
-    if (used > 0 && used + blank + s.px > heightPx) {
+    if (used > 0 && used + blank + s.px - s.hanging > heightPx) {
       ++columns;
       used = s.px;
     } else {
@@ -162,8 +184,10 @@ class Reader {
     if (!segments_.empty() && !blank_ && !BreakBetween(last_, c)) {
       segments_.back().px += px;
     } else {
-      segments_.push_back({px, blank_});
+      segments_.push_back({px, 0, blank_});
     }
+    Segment& s = segments_.back();
+    s.hanging = c == kIdeographicSpace ? s.hanging + px : 0;
     blank_ = false;
     last_ = c;
   }

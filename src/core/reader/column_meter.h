@@ -20,8 +20,9 @@ class ColumnMeter {
 // half-width one (ASCII, half-width kana) along a column, tags take no room,
 // an entity is one character, each "<BR>" starts a new column; an empty text
 // takes none. It breaks where a browser does: blanks collapse, a Latin word
-// is never split, and a closing mark never begins a column nor an opening one
-// ends it.
+// is split only after a hyphen or a question mark, a closing mark or small
+// kana never begins a column nor an opening mark ends it, and ideographic
+// spaces at a column's end hang past it.
 class TextColumnMeter : public ColumnMeter {
  public:
   double Columns(std::u16string_view html, int heightPx) const override;

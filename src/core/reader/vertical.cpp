@@ -15,10 +15,6 @@ namespace {
 constexpr double kMaxColumns = 28;
 constexpr int kCompactTranslationPx = 416;  // 26 characters, whatever `GmL2` says
 
-std::u16string Wrapper(int heightPx) {
-  return u"<DIV style='height:" + text::IntText(heightPx) + u"px; writing-mode:tb-rl;'>";
-}
-
 // A fraction of a column pads nothing: the count is a loop's limit.
 std::u16string Breaks(double count) {
   std::u16string out;
@@ -56,13 +52,35 @@ VerticalSpec WritingsVerticalSpec(const VerticalSettings& settings, int tateOne)
   return shape;
 }
 
+std::u16string VerticalWrapper(int heightPx) {
+  return u"<DIV style='height:" + text::IntText(heightPx) + u"px; writing-mode:tb-rl;'>";
+}
+
+std::u16string VerticalMainText(std::u16string_view raw, const VerticalSpec& shape, int gk) {
+  std::u16string t = Blanks(raw);
+  if (shape.writings && gk > 0 && text::Contains(t, kStubMark)) t = CutStub(t);
+  DropClosingSlash(t);
+  return t;
+}
+
+std::u16string VerticalSecondText(std::u16string_view raw, const VerticalSpec& shape) {
+  std::u16string t = Blanks(raw);
+  DropClosingSlash(t);
+  if (shape.writings) t = WithoutNotes(t);
+  return t;
+}
+
+std::u16string MeasuredLine(std::u16string_view marked) {
+  return text::ReplaceAll(marked, u"／", u"<BR>");
+}
+
 VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSpec& shape, int gk,
                         int authenticScope, const LineMarker& hiLight, const ColumnMeter& meter) {
   const bool one = !shape.second;
   const int height1 = shape.height1;
   const int height2 = shape.height2;
-  const std::u16string h1 = Wrapper(height1);
-  const std::u16string h2 = Wrapper(height2);
+  const std::u16string h1 = VerticalWrapper(height1);
+  const std::u16string h2 = VerticalWrapper(height2);
 
   Position& pos = *state.pos;
   const Position start = pos;
@@ -75,18 +93,16 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const Verti
   Position before = pos;
 
   for (int i = 1; i <= shape.maxLines; ++i) {
-    std::u16string t1 = Blanks(shape.mainEmpty ? std::u16string_view() : table.Text(pos.Lpos, shape.mainColumn));
-    if (shape.writings && gk > 0 && text::Contains(t1, kStubMark)) t1 = CutStub(t1);
-    DropClosingSlash(t1);
+    std::u16string t1 = VerticalMainText(
+        shape.mainEmpty ? std::u16string_view() : table.Text(pos.Lpos, shape.mainColumn), shape, gk);
     t1 = hiLight(t1, shape.mainPane, pos.Lpos);
 
-    std::u16string t2 = Blanks(one ? std::u16string_view() : table.Text(pos.Lpos, shape.secondColumn));
-    DropClosingSlash(t2);
-    if (shape.writings) t2 = WithoutNotes(t2);
+    std::u16string t2 =
+        VerticalSecondText(one ? std::u16string_view() : table.Text(pos.Lpos, shape.secondColumn), shape);
     t2 = hiLight(t2, shape.secondPane, pos.Lpos);
 
-    const double w1 = meter.Columns(text::ReplaceAll(t1, u"／", u"<BR>"), height1);
-    const double w2 = one ? 0 : meter.Columns(text::ReplaceAll(t2, u"／", u"<BR>"), height2);
+    const double w1 = meter.Columns(MeasuredLine(t1), height1);
+    const double w2 = one ? 0 : meter.Columns(MeasuredLine(t2), height2);
     const double d = std::abs(w2 - w1);
     sum1 += w1;
     sum2 += w2;

@@ -53,6 +53,17 @@ struct VerticalSpec {
 // The writings' page: columns 8 and 15, the heights from the settings.
 VerticalSpec WritingsVerticalSpec(const VerticalSettings& settings, int tateOne);
 
+// "<DIV style='height:...px; writing-mode:tb-rl;'>": the block of a pane, and
+// what a line is measured in.
+std::u16string VerticalWrapper(int heightPx);
+// A line's texts as the page takes them from the table, before the marks:
+// blanks full-width, no closing "／"; the writings' stub is cut under a
+// printed collection `gk`, and the notes leave their translation.
+std::u16string VerticalMainText(std::u16string_view raw, const VerticalSpec& shape, int gk);
+std::u16string VerticalSecondText(std::u16string_view raw, const VerticalSpec& shape);
+// What the meter is handed for a marked line: each "／" a new column.
+std::u16string MeasuredLine(std::u16string_view marked);
+
 // What the two panes receive: each is the wrapper "<DIV style='height:...px;
 // writing-mode:tb-rl;'>" and the lines, never closed. `translation` is
 // empty and `translationWritten` false with `TateOne` 1: the pane keeps
