@@ -10,13 +10,12 @@
 #include "app/platform/proportional_resize.h"
 #include "app/platform/yes_no.h"
 #include "app/views/balloon_help_qt.h"
+#include "app/platform/qt_text.h"
 
 namespace suizo::app {
-namespace {
 
-QString Q(std::u16string_view text) {
-  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
+using platform::Q;
+namespace {
 
 }  // namespace
 

@@ -1,4 +1,5 @@
 #include "app/corpus/splash_window.h"
+#include "app/platform/qt_text.h"
 
 #include <QApplication>
 #include <QGuiApplication>
@@ -7,11 +8,9 @@
 
 namespace suizo::app {
 
-namespace {
+using platform::Q;
 
-QString Q(std::u16string_view text) {
-  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
+namespace {
 
 }  // namespace
 

@@ -1,4 +1,5 @@
 #include "app/platform/qt_settings.h"
+#include "app/platform/qt_text.h"
 
 #include <QStringList>
 #include <QVariant>
@@ -6,10 +7,6 @@
 namespace suizo::platform {
 
 namespace {
-
-QString Q(std::u16string_view text) {
-  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // QSettings reads a key as a group path; an empty section is the top level.
 QString PathOf(std::u16string_view section, std::u16string_view key) {

@@ -11,19 +11,14 @@
 #include "app/platform/keys.h"
 #include "app/views/balloon_help_qt.h"
 #include "core/corpus/settings.h"
+#include "app/platform/qt_text.h"
 
 namespace suizo::app {
 
+using platform::Q;
+using platform::U;
+
 namespace {
-
-QString Q(std::u16string_view text) {
-  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-std::u16string U(const QString& text) {
-  return std::u16string(reinterpret_cast<const char16_t*>(text.utf16()),
-                        static_cast<std::size_t>(text.size()));
-}
 
 // The design size at 96 dots per inch; the grid's widths follow the window.
 constexpr int kDesignWidth = 980;
