@@ -1,3 +1,4 @@
+#include "core/reader/writings_layout.h"
 #include "core/reader/writings_reader.h"
 
 #include <gtest/gtest.h>
@@ -421,6 +422,62 @@ TEST(DoubleClick, SelectsTheRunOfKanji) {
   EXPECT_EQ(KanjiRunAround(t, 14, 15), (std::pair<std::size_t, std::size_t>{12, 16}));  // LF passes, CR stops
   // Trailing blanks of the selection fall away first.
   EXPECT_EQ(KanjiRunAround(u"あ\u3000 ", 0, 3), (std::pair<std::size_t, std::size_t>{0, 1}));
+}
+
+TEST(WritingsLayout, PanesFollowTheLayoutSwitches) {
+  WritingsLayoutState s;
+  s.tabVisible = std::vector<bool>(11, true);
+  s.tabVisible[3] = s.tabVisible[4] = s.tabVisible[5] = s.tabVisible[7] = false;
+
+  // Across: seven panes, the notes row at the bottom sets the height.
+  WritingsLayout full = LayOutWritings(s);
+  for (int p = 1; p <= 7; ++p) EXPECT_TRUE(full.panes[static_cast<std::size_t>(p)].visible) << p;
+  EXPECT_EQ(full.height, full.panes[5].bottom() + 8);
+  EXPECT_TRUE(full.tabs[2].visible);
+  EXPECT_FALSE(full.tabs[3].visible);  // pane 3 shows one of its four texts
+  EXPECT_EQ(full.tabs[2].y, full.panes[3].y);
+  EXPECT_FALSE(full.Command10 || full.Command13 || full.Command16);
+
+  // Compact: the notes row lies outside, or moves up over the second row.
+  s.Gcm1 = 1;
+  const WritingsLayout shown = LayOutWritings(s);
+  EXPECT_FALSE(shown.panes[5].visible);
+  EXPECT_TRUE(shown.Command10);
+  EXPECT_LT(shown.height, full.height);
+  s.GcmShow = 0;
+  const WritingsLayout notes = LayOutWritings(s);
+  EXPECT_TRUE(notes.panes[5].visible);
+  EXPECT_FALSE(notes.panes[2].visible || notes.panes[4].visible);
+  EXPECT_EQ(notes.panes[5].y, shown.panes[2].y);
+
+  // Down: the panes are as tall as the columns the settings ask for.
+  s = {.Muki1 = 1, .GmL1 = 20, .GmL2 = 10, .tabVisible = std::vector<bool>(11, true)};
+  const WritingsLayout down = LayOutWritings(s);
+  EXPECT_EQ(down.panes[1].h, 16 * 20 + 24);
+  EXPECT_EQ(down.panes[2].h, 16 * 10 + 32);
+  EXPECT_GT(down.panes[2].y, down.panes[1].bottom());
+  for (int p = 3; p <= 7; ++p) EXPECT_FALSE(down.panes[static_cast<std::size_t>(p)].visible) << p;
+  EXPECT_TRUE(down.Command13);
+  EXPECT_EQ(down.height, down.panes[2].bottom() + 8);
+
+  // One pane takes the place of both.
+  s.TateOne = 1;
+  s.tabVisible[1] = false;
+  const WritingsLayout one = LayOutWritings(s);
+  EXPECT_FALSE(one.panes[2].visible);
+  EXPECT_FALSE(one.tabs[1].visible);
+  EXPECT_EQ(one.panes[1].bottom(), down.panes[2].bottom());
+
+  // Compact down: the two lie on one place, the swap choosing the top one.
+  s = {.Muki1 = 1, .Gcm1 = 1, .CompactSwap = 1, .tabVisible = std::vector<bool>(11, true)};
+  const WritingsLayout compact = LayOutWritings(s);
+  EXPECT_EQ(compact.panes[1].y, compact.panes[2].y);
+  EXPECT_EQ(compact.panes[1].h, compact.panes[2].h);
+  EXPECT_EQ(compact.paneOnTop, 2);
+  EXPECT_TRUE(compact.Command16);
+  EXPECT_FALSE(compact.Command13);
+  EXPECT_TRUE(compact.tabs[1].visible);
+  EXPECT_FALSE(compact.tabs[0].visible);
 }
 
 }  // namespace
