@@ -2,6 +2,7 @@
 // suizo-screenshots DATA_DIR OUT_DIR. The user's settings are not touched.
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
@@ -12,6 +13,8 @@
 #include "app/platform/web_engine_setup.h"
 #include "app/views/contents_form.h"
 #include "app/views/selection_dialog_window.h"
+#include "app/views/writings_form.h"
+#include "core/reader/writings_window.h"
 #include "core/corpus/settings.h"
 
 namespace {
@@ -23,6 +26,14 @@ void Settle() {
 bool Save(QWidget& window, const QString& file) {
   Settle();
   return window.grab().save(file);
+}
+
+// The panes load and paint in the browser's own time.
+bool SaveAfterPanes(QWidget& window, const QString& file) {
+  QElapsedTimer waited;
+  waited.start();
+  while (waited.elapsed() < 1500) QApplication::processEvents(QEventLoop::AllEvents, 50);
+  return Save(window, file);
 }
 
 }  // namespace
@@ -61,6 +72,23 @@ int main(int argc, char** argv) {
   settings.show();
   ok = Save(settings, out + "/Form13.png") && ok;
   settings.reject();
+
+  // The reader on a search with hits, across and then down.
+  using suizo::reader::WritingsWindow;
+  const auto jump = program.navigator().GoHonbun(u"衆生", 0, 0, suizo::search::Method::And, 0,
+                                                  suizo::reader::kWritingsFamily);
+  if (auto* reader = dynamic_cast<WritingsWindow*>(jump.window)) {
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+      auto* writings = qobject_cast<suizo::app::WritingsForm*>(w);
+      if (writings == nullptr || &writings->window() != reader) continue;
+      writings->move(20, 20);
+      ok = SaveAfterPanes(*writings, out + "/Form2-horizontal.png") && ok;
+      writings->Apply(writings->reader().Command3(1000000));
+      ok = SaveAfterPanes(*writings, out + "/Form2-vertical.png") && ok;
+    }
+  } else {
+    ok = false;
+  }
 
   program.End();
   return ok ? 0 : 1;

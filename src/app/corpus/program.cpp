@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QTimer>
+#include <array>
 
 #include "app/corpus/settings_dialog_window.h"
 #include "app/corpus/splash_window.h"
@@ -10,6 +12,7 @@
 #include "app/views/balloon_help_qt.h"
 #include "app/views/selection_dialog_window.h"
 #include "app/views/contents_form.h"
+#include "app/views/writings_form.h"
 #include "core/corpus/errors.h"
 #include "core/corpus/import.h"
 #include "core/corpus/orders.h"
@@ -37,6 +40,19 @@ class WritingsContents : public views::ContentsWindow {
   std::unique_ptr<ContentsForm> form_;
 };
 
+// A writings reader of the registry with its form.
+class WritingsReaderWindow : public reader::WritingsWindow {
+ public:
+  explicit WritingsReaderWindow(Program& program)
+      : reader::WritingsWindow(program.corpus(), program.selection(), program.settings(),
+                               program.navigator(), program.journal()),
+        form_(std::make_unique<WritingsForm>(*this, program)) {}
+  WritingsForm* form() const { return form_.get(); }
+
+ private:
+  std::unique_ptr<WritingsForm> form_;
+};
+
 }  // namespace
 
 Program::Program(std::filesystem::path dataPath, corpus::SettingsStore& store,
@@ -52,8 +68,37 @@ Program::Program(std::filesystem::path dataPath, corpus::SettingsStore& store,
 Program::~Program() = default;
 
 std::unique_ptr<reader::OpenWindow> Program::MakeWindow(reader::FormKind kind) {
-  if (kind == reader::FormKind::Form9) return std::make_unique<WritingsContents>(*this);
-  return nullptr;  // the registry reports a kind this build has no window for
+  switch (kind) {
+    case reader::FormKind::Form9: return std::make_unique<WritingsContents>(*this);
+    case reader::FormKind::Form2: return std::make_unique<WritingsReaderWindow>(*this);
+    default: return nullptr;  // the registry reports a kind this build has no window for
+  }
+}
+
+bool Program::Builds(reader::FormKind kind) const {
+  return kind == reader::FormKind::Form9 || kind == reader::FormKind::Form2;
+}
+
+void Program::FollowSelection() { views::FollowSelection(*windows_, true); }
+
+void Program::ShowContentsAt(int mpos) {
+  auto& window = static_cast<WritingsContents&>(windows_->Single(reader::FormKind::Form9));
+  if (mpos >= 1 && mpos <= corpus_->MosMaxY) window.model().Mpos = mpos;
+  window.Hyouji();
+  window.Show();
+  window.Raise();
+}
+
+void Program::Closed(reader::OpenWindow& window) {
+  window.Visible = false;
+  const std::u16string family = window.ParentForm;
+  // The form is inside its own close event: it goes once that is over.
+  QTimer::singleShot(0, this, [this, w = &window, family] {
+    for (reader::OpenWindow* open : windows_->All()) {
+      if (open == w) windows_->Unload(*w);
+    }
+    if (!ending_) navigator_->BackToParent(family.empty() ? std::u16string(reader::kWritingsFamily) : family);
+  });
 }
 
 bool Program::Start() {
@@ -95,6 +140,12 @@ bool Program::Start() {
     };
     contents_->openSelection = [this] { OpenSelection(); };
     contents_->openSettings = [this] { OpenSettings(); };
+    static constexpr std::array<reader::FormKind, 6> kViews = {
+        reader::FormKind::Form2, reader::FormKind::Form5, reader::FormKind::Form7,
+        reader::FormKind::Form12, reader::FormKind::Form6, reader::FormKind::Form15};
+    for (int command = 4; command <= 9; ++command) {
+      contents_->SetViewAvailable(command, Builds(kViews[static_cast<std::size_t>(command - 4)]));
+    }
     window.model().ConvSui = [this] { views::ConvSui(*corpus_, selection_, *windows_); };
     window.Hyouji();
     window.Show();
@@ -112,16 +163,28 @@ bool Program::Start() {
   return false;
 }
 
-void Program::OpenSelection() {
-  SelectionDialogWindow dialog(*corpus_, selection_, *windows_, settings_, store_, contents_);
+void Program::OpenSelection(QWidget* over) {
+  SelectionDialogWindow dialog(*corpus_, selection_, *windows_, settings_, store_,
+                               over != nullptr ? over : contents_);
   dialog.exec();
 }
 
-void Program::OpenSettings() {
-  SettingsDialogWindow dialog(settings_, store_, version_, contents_);
+void Program::OpenSettings(QWidget* over) {
+  SettingsDialogWindow dialog(settings_, store_, version_, over != nullptr ? over : contents_);
   dialog.ask = ask;
   bool exit = false;
   connect(&dialog, &SettingsDialogWindow::exitRequested, this, [&exit] { exit = true; });
+  connect(&dialog, &SettingsDialogWindow::confirmed, this, [this](const corpus::SettingsEffects& effects) {
+    // The readers take the new compact mode and column lengths.
+    for (reader::OpenWindow* w : windows_->OfKind(reader::FormKind::Form2)) {
+      auto& window = static_cast<WritingsReaderWindow&>(*w);
+      reader::WritingsReader& r = window.reader();
+      const bool vertical = r.Muki1 == 1;
+      if (effects.gcm1Change) r.Gcm1Change();
+      if (vertical && effects.tateRedraw) r.TateInit();
+      if (effects.gcm1Change || (vertical && effects.tateRedraw)) window.Hyouji();
+    }
+  });
   dialog.exec();
   // Everything was deleted: the run ends the usual way.
   if (exit) End();

@@ -20,6 +20,7 @@ namespace suizo::app {
 
 class SplashWindow;
 class ContentsForm;
+class WritingsForm;
 
 class Program : public QObject {
   Q_OBJECT
@@ -37,9 +38,21 @@ class Program : public QObject {
   // "終了": every other window goes, the notes edited are written back and
   // the application quits.
   void End();
-  // The two dialogs of the contents window, modal over it.
-  void OpenSelection();
-  void OpenSettings();
+  // The two dialogs, modal over the window that asked (the contents window
+  // when none is given).
+  void OpenSelection(QWidget* over = nullptr);
+  void OpenSettings(QWidget* over = nullptr);
+  // Whether this build has a window for the kind: a view without one is
+  // not reached.
+  bool Builds(reader::FormKind kind) const;
+  // The store took another collection (a bookmark's): every open window
+  // finds its place again in it.
+  void FollowSelection();
+  // The writings contents shown at a document, as a reader's `Command4` asks.
+  void ShowContentsAt(int mpos);
+  // A view closed by the user: it goes from the registry once its events
+  // are done, and the view the user returns to comes forward.
+  void Closed(reader::OpenWindow& window);
   bool Ending() const { return ending_; }
 
   corpus::Corpus& corpus() { return *corpus_; }
@@ -48,6 +61,7 @@ class Program : public QObject {
   corpus::SettingsStore& store() { return store_; }
   reader::WindowRegistry& windows() { return *windows_; }
   reader::Navigator& navigator() { return *navigator_; }
+  corpus::NoteJournal* journal() { return journal_.get(); }
   ContentsForm* contents() const { return contents_; }
   // What the start did: the fast path, or a conversion first.
   bool Converted() const { return converted_; }

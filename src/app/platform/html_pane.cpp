@@ -230,6 +230,12 @@ void HtmlPane::SetZoom(const QString& percent) {
   Run(QStringLiteral("if(document.body)document.body.style.zoom='%1%';").arg(match.captured(1)));
 }
 
+void HtmlPane::AddStyle(const QString& css) {
+  Run(QStringLiteral("(function(){var s=document.createElement('style');s.textContent=%1;"
+                     "(document.head||document.documentElement).appendChild(s);})();")
+          .arg(JsString(css)));
+}
+
 void HtmlPane::SetScrollBars(bool on) {
   Run(QStringLiteral("document.documentElement.style.overflow='%1';")
           .arg(on ? QString() : QStringLiteral("hidden")));

@@ -82,6 +82,8 @@ class HtmlPane : public QWidget {
   void ScrollBy(int dx, int dy);
   // The body's zoom, a text such as "100%" or "125%"; anything else is ignored.
   void SetZoom(const QString& percent);
+  // A style sheet added to the document's head: it outlives body changes.
+  void AddStyle(const QString& css);
   // Scroll bars on or off (the frames' `scroll=auto` or "no").
   void SetScrollBars(bool on);
   // The text selected in the page now.

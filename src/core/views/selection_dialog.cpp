@@ -27,9 +27,13 @@ bool SelectionDialog::Command1(corpus::Selection& selection) const {
 }
 
 void ConvSui(corpus::Corpus& corpus, corpus::Selection& selection, reader::WindowRegistry& windows) {
-  using reader::FormKind;
   const bool rebuilt = selection.MokRedo == 1;
   corpus::ApplySelection(corpus, selection);
+  FollowSelection(windows, rebuilt);
+}
+
+void FollowSelection(reader::WindowRegistry& windows, bool rebuilt) {
+  using reader::FormKind;
   if (rebuilt) {
     for (reader::OpenWindow* window : windows.OfKind(FormKind::Form9)) window->PlacementsRebuilt();
   }

@@ -63,5 +63,8 @@ class SelectionDialog {
 // chronology, the contents and record views, the writings readers, the
 // dictionary.
 void ConvSui(corpus::Corpus& corpus, corpus::Selection& selection, reader::WindowRegistry& windows);
+// The windows' part alone, for a selection the store has taken already;
+// `rebuilt` when the placements were made anew.
+void FollowSelection(reader::WindowRegistry& windows, bool rebuilt);
 
 }  // namespace suizo::views
