@@ -90,6 +90,14 @@ int main(int argc, char** argv) {
     ok = false;
   }
 
+  // The sources' list, from its button in the writings' list.
+  contents.window().Command(9, program.navigator(), program.windows());
+  for (QWidget* w : QApplication::topLevelWidgets()) {
+    if (w->objectName() != QStringLiteral("Form15") || !w->isVisible()) continue;
+    w->setGeometry(40, 40, 1000, 660);
+    ok = Save(*w, out + "/Form15.png") && ok;
+  }
+
   program.End();
   return ok ? 0 : 1;
 }

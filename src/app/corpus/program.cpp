@@ -26,13 +26,12 @@ namespace suizo::app {
 
 namespace {
 
-// The contents window of the registry with its form: the form goes when the
+// A contents window of the registry with its form: the form goes when the
 // registry lets the window go.
-class WritingsContents : public views::ContentsWindow {
+class ContentsList : public views::ContentsWindow {
  public:
-  WritingsContents(Program& program)
-      : views::ContentsWindow(views::ContentsKind::Writings, program.corpus(), program.selection(),
-                              program.settings()),
+  ContentsList(views::ContentsKind kind, Program& program)
+      : views::ContentsWindow(kind, program.corpus(), program.selection(), program.settings()),
         form_(std::make_unique<ContentsForm>(*this, program)) {}
   ContentsForm* form() const { return form_.get(); }
 
@@ -69,20 +68,45 @@ Program::~Program() = default;
 
 std::unique_ptr<reader::OpenWindow> Program::MakeWindow(reader::FormKind kind) {
   switch (kind) {
-    case reader::FormKind::Form9: return std::make_unique<WritingsContents>(*this);
+    case reader::FormKind::Form9: return std::make_unique<ContentsList>(views::ContentsKind::Writings, *this);
+    case reader::FormKind::Form15: {
+      auto list = std::make_unique<ContentsList>(views::ContentsKind::Sources, *this);
+      WireContents(*list->form());
+      // Made on first use: the list is drawn before the jump shows it.
+      list->model().ClevWrite();
+      list->Hyouji();
+      return list;
+    }
     case reader::FormKind::Form2: return std::make_unique<WritingsReaderWindow>(*this);
     default: return nullptr;  // the registry reports a kind this build has no window for
   }
 }
 
 bool Program::Builds(reader::FormKind kind) const {
-  return kind == reader::FormKind::Form9 || kind == reader::FormKind::Form2;
+  return kind == reader::FormKind::Form9 || kind == reader::FormKind::Form2 || kind == reader::FormKind::Form15;
+}
+
+void Program::WireContents(ContentsForm& form) {
+  form.toast = [this](QWidget* over) {
+    if (toast) toast(over);
+  };
+  form.openSelection = [this] { OpenSelection(); };
+  form.openSettings = [this] { OpenSettings(); };
+  // A button leads to a view only when this build has its window.
+  const bool writings = form.window().model().kind() == views::ContentsKind::Writings;
+  const std::array<reader::FormKind, 6> views = {
+      writings ? reader::FormKind::Form2 : reader::FormKind::Form16, writings ? reader::FormKind::Form5 : reader::FormKind::Form16,
+      reader::FormKind::Form7, reader::FormKind::Form12, reader::FormKind::Form6,
+      writings ? reader::FormKind::Form15 : reader::FormKind::Form9};
+  for (int command = 4; command <= 9; ++command) {
+    form.SetViewAvailable(command, Builds(views[static_cast<std::size_t>(command - 4)]));
+  }
 }
 
 void Program::FollowSelection() { views::FollowSelection(*windows_, true); }
 
 void Program::ShowContentsAt(int mpos) {
-  auto& window = static_cast<WritingsContents&>(windows_->Single(reader::FormKind::Form9));
+  auto& window = static_cast<ContentsList&>(windows_->Single(reader::FormKind::Form9));
   if (mpos >= 1 && mpos <= corpus_->MosMaxY) window.model().Mpos = mpos;
   window.Hyouji();
   window.Show();
@@ -133,19 +157,9 @@ bool Program::Start() {
     navigator_->DoEvents = [] { QApplication::processEvents(); };
 
     auto& window =
-        static_cast<WritingsContents&>(windows_->Single(reader::FormKind::Form9));
+        static_cast<ContentsList&>(windows_->Single(reader::FormKind::Form9));
     contents_ = window.form();
-    contents_->toast = [this](QWidget* over) {
-      if (toast) toast(over);
-    };
-    contents_->openSelection = [this] { OpenSelection(); };
-    contents_->openSettings = [this] { OpenSettings(); };
-    static constexpr std::array<reader::FormKind, 6> kViews = {
-        reader::FormKind::Form2, reader::FormKind::Form5, reader::FormKind::Form7,
-        reader::FormKind::Form12, reader::FormKind::Form6, reader::FormKind::Form15};
-    for (int command = 4; command <= 9; ++command) {
-      contents_->SetViewAvailable(command, Builds(kViews[static_cast<std::size_t>(command - 4)]));
-    }
+    WireContents(*contents_);
     window.model().ConvSui = [this] { views::ConvSui(*corpus_, selection_, *windows_); };
     window.Hyouji();
     window.Show();

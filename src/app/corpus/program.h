@@ -75,6 +75,8 @@ class Program : public QObject {
 
  private:
   std::unique_ptr<reader::OpenWindow> MakeWindow(reader::FormKind kind);
+  // The dialogs, the toast and the views a contents list's buttons reach.
+  void WireContents(ContentsForm& form);
 
   std::filesystem::path dataPath_;
   corpus::SettingsStore& store_;

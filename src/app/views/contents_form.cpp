@@ -23,7 +23,10 @@ namespace {
 // The design size at 96 dots per inch; the grid's widths follow the window.
 constexpr int kDesignWidth = 980;
 constexpr int kDesignHeight = 640;
-constexpr std::u16string_view kSection = u"@目次";
+// Where each list keeps its place.
+std::u16string_view SectionOf(views::ContentsKind kind) {
+  return kind == views::ContentsKind::Writings ? u"@目次" : u"@史料目次";
+}
 
 // A colour of the program; the system's button face is a system colour.
 QString Css(std::uint32_t bgr, const QWidget* w) {
@@ -54,12 +57,12 @@ QPushButton* Button(QWidget* parent, const char* name, const QString& caption) {
 
 ContentsForm::ContentsForm(views::ContentsWindow& window, Program& program)
     : QWidget(nullptr, Qt::Window), window_(window), program_(program) {
-  setObjectName("Form9");
-  // Only "終了" ends the run: the title bar offers no close.
-  setWindowFlag(Qt::WindowCloseButtonHint, false);
+  setObjectName(Writings() ? "Form9" : "Form15");
+  // Only "終了" ends the run: the main list's title bar offers no close.
+  if (Writings()) setWindowFlag(Qt::WindowCloseButtonHint, false);
   Build();
   resize(kDesignWidth, kDesignHeight);
-  if (const auto g = corpus::ReadGeometry(program_.store(), kSection)) {
+  if (const auto g = corpus::ReadGeometry(program_.store(), SectionOf(window_.model().kind()))) {
     setGeometry(g->x, g->y, g->w, g->h);
   }
   window_.onView = [this](const views::Contents& model) { Show(model); };
@@ -172,7 +175,7 @@ void ContentsForm::Build() {
                                                          {6, QStringLiteral("法華")},
                                                          {7, QStringLiteral("年表")},
                                                          {8, QStringLiteral("辞書")},
-                                                         {9, QStringLiteral("史料")},
+                                                         {9, Writings() ? QStringLiteral("史料") : QStringLiteral("翠典")},
                                                          {3, QStringLiteral("注経")},
                                                          {10, QStringLiteral("本尊")},
                                                          {11, QStringLiteral("設定")}}};
@@ -189,6 +192,7 @@ void ContentsForm::Build() {
   buttons->addStretch(1);
   commands_[2] = Button(this, "Command2", QStringLiteral("終了"));
   buttons->addWidget(commands_[2]);
+  commands_[2]->setVisible(Writings());  // the sources' list is closed like any view
   top->addLayout(buttons);
 
   // Only the search box takes Japanese input.
@@ -398,6 +402,12 @@ bool ContentsForm::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonRelease) {
     const bool strip = watched == picture3_ || watched == label1_ ||
                        std::find(clev_.begin(), clev_.end(), watched) != clev_.end();
+    // The writings choose in the selection dialog; the sources switch
+    // their order at once.
+    if (strip && !window_.model().Label1Click()) {
+      Show(window_.model());
+      return true;
+    }
     if (strip && openSelection) {
       openSelection();
       return true;
@@ -410,8 +420,11 @@ void ContentsForm::closeEvent(QCloseEvent* event) {
   // Alt+F4 as well: only "終了" ends the run.
   if (program_.Ending()) {
     event->accept();
-  } else {
+  } else if (Writings()) {
     event->ignore();
+  } else {
+    event->accept();
+    program_.Closed(window_);
   }
 }
 
@@ -442,7 +455,7 @@ void ContentsForm::changeEvent(QEvent* event) {
 void ContentsForm::SaveGeometry() {
   if (!isVisible() || isMinimized() || isMaximized() || program_.Ending()) return;
   const QRect g = geometry();
-  corpus::WriteGeometry(program_.store(), kSection, {g.x(), g.y(), g.width(), g.height()});
+  corpus::WriteGeometry(program_.store(), SectionOf(window_.model().kind()), {g.x(), g.y(), g.width(), g.height()});
 }
 
 }  // namespace suizo::app

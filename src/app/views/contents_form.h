@@ -55,6 +55,7 @@ class ContentsForm : public QWidget {
   bool KeyDownAll(int key, Qt::KeyboardModifiers modifiers);
   void SaveGeometry();
   void FocusGrid();
+  bool Writings() const { return window_.model().kind() == views::ContentsKind::Writings; }
 
   views::ContentsWindow& window_;
   Program& program_;

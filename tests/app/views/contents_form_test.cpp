@@ -146,6 +146,42 @@ class ContentsFormTest : public QObject {
 
   // The class strip opens the selection dialog over the window; its OK
   // carries the new collection and order into the list.
+  void theSourcesListOpensFromTheButtonAndSwitchesItsOrder() {
+    auto p = Started();
+    QVERIFY(p);
+    auto* command9 = Control<QPushButton>(*p, "Command9");
+    QVERIFY(command9->isEnabled());
+    command9->click();
+    auto* sources = dynamic_cast<views::ContentsWindow*>(p->windows().First(reader::FormKind::Form15));
+    QVERIFY(sources);
+    ContentsForm* form = nullptr;
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+      if (w->objectName() == QStringLiteral("Form15")) form = qobject_cast<ContentsForm*>(w);
+    }
+    QVERIFY(form && form->isVisible());
+    QCOMPARE(form->findChild<platform::Grid*>("Grid1")->Rows(), p->corpus().SMosMaxY + 1);
+    QVERIFY(!form->findChild<QPushButton*>("Command2")->isVisible());  // no "終了" here
+    QVERIFY(form->findChild<QPushButton*>("Command9")->isEnabled());    // back to the writings' list
+    QVERIFY(!form->findChild<QPushButton*>("Command4")->isEnabled());   // the reader comes later
+
+    // The order label switches the order itself, with no dialog.
+    auto* order = form->findChild<QLabel*>("Label1");
+    const QString before = order->text();
+    const std::vector<int> systemOrder = p->corpus().SMokOrder;
+    QTest::mouseClick(order, Qt::LeftButton);
+    QCOMPARE(p->selection().SKn, 1);
+    QVERIFY(order->text() != before);
+    QVERIFY(p->corpus().SMokOrder != systemOrder);
+    QTest::mouseClick(order, Qt::LeftButton);
+    QCOMPARE(p->selection().SKn, 0);
+
+    // It closes like any view, and the writings' list comes forward.
+    QVERIFY(form->close());
+    QTRY_VERIFY(!p->windows().First(reader::FormKind::Form15));
+    QVERIFY(p->contents()->isVisible());
+    p->End();
+  }
+
   void theClassStripOpensTheSelectionDialog() {
     auto p = Started();
     QVERIFY(p);
