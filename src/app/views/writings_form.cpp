@@ -46,7 +46,6 @@ constexpr std::array<std::u16string_view, 11> kTabCaptions = {
 constexpr std::array<std::uint32_t, 11> kTabColours = {15987674, 16709354, 16709354, 16709354,
                                                        15332093, 15332093, 16709354, 15332093,
                                                        16777215, 16777215, 16709354};
-constexpr std::array<int, 11> kPaneOfTab = {1, 2, 3, 3, 3, 3, 4, 4, 5, 6, 7};
 
 QString Downwards(std::u16string_view caption) {
   QString out;
@@ -736,7 +735,7 @@ void WritingsForm::SelectKanjiRun(int pane) {
                      "var r=s.getRangeAt(0);if(r.startContainer!==r.endContainer||"
                      "r.startContainer.nodeType!==3)return null;"
                      "return [r.startContainer.data,r.startOffset,r.endOffset];})()"),
-      [this, p](const QVariant& result) {
+      [p](const QVariant& result) {
         const QVariantList parts = result.toList();
         if (parts.size() != 3) return;
         const std::u16string text = U(parts[0].toString());
