@@ -480,5 +480,36 @@ TEST(WritingsLayout, PanesFollowTheLayoutSwitches) {
   EXPECT_FALSE(compact.tabs[0].visible);
 }
 
+TEST(WritingsLayout, TheScriptureReadersFourPanes) {
+  // Across: all four, the notes at the bottom right.
+  const WritingsLayout across = LayOutScripture({});
+  for (int p = 1; p <= 4; ++p) EXPECT_TRUE(across.panes[static_cast<std::size_t>(p)].visible) << p;
+  EXPECT_FALSE(across.panes[5].visible);
+  EXPECT_GT(across.panes[4].x, across.panes[2].x);
+  EXPECT_EQ(across.height, across.panes[4].bottom() + 8);
+
+  // Down: the main page over the second one, each as tall as its columns;
+  // the pane of the second text is the reader's choice.
+  const WritingsLayout down = LayOutScripture({.Muki1 = 1, .secondPane = 3, .height1 = 288, .height2 = 256});
+  EXPECT_EQ(down.panes[1].h, 288 + 24);
+  EXPECT_EQ(down.panes[3].h, 256 + 32);
+  EXPECT_FALSE(down.panes[2].visible || down.panes[4].visible);
+  EXPECT_TRUE(down.tabs[2].visible);
+  EXPECT_FALSE(down.tabs[1].visible);
+  EXPECT_EQ(down.height, down.panes[3].bottom() + 8);
+
+  // An empty main text: the second page alone.
+  const WritingsLayout alone = LayOutScripture({.Muki1 = 1, .secondPane = 3, .height2 = 576, .mainEmpty = true});
+  EXPECT_FALSE(alone.panes[1].visible);
+  EXPECT_EQ(alone.panes[3].y, down.panes[1].y);
+
+  // Compact: one place, the flipped pane on top.
+  const WritingsLayout compact = LayOutScripture({.Muki1 = 1, .Gcm1 = 1, .secondPane = 2, .compactTop = 2});
+  EXPECT_EQ(compact.panes[1].y, compact.panes[2].y);
+  EXPECT_EQ(compact.paneOnTop, 2);
+  EXPECT_TRUE(compact.Command16);
+  EXPECT_FALSE(compact.tabs[0].visible);
+}
+
 }  // namespace
 }  // namespace suizo::reader

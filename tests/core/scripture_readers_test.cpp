@@ -5,6 +5,7 @@
 #include "core/corpus/orders.h"
 #include "core/reader/frame.h"
 #include "core/scripture/sources_reader.h"
+#include "core/scripture/scripture_window.h"
 #include "core/scripture/sutra_reader.h"
 #include "core/text/numbers.h"
 #include "core/text/utf16.h"
@@ -296,6 +297,41 @@ TEST_F(Sources, NotesAndPlaceAcrossAChangeOfOrder) {
   corpus::ApplySourceSelection(corpus, selection);
   reader.FindPlaceAgain();
   EXPECT_EQ(reader.table().Text(reader.Lpos(), corpus::sdat::kSysNo), line);
+}
+
+TEST_F(Scripture, WindowsHandTheirRendersOnAndFollowTheOrder) {
+  reader::WindowRegistry windows([](reader::FormKind) { return nullptr; });
+  const reader::Navigator navigator(corpus, windows);
+  SourcesWindow sources(corpus, selection, settings, navigator, nullptr);
+  int renders = 0;
+  reader::ReaderView last;
+  sources.onView = [&](const reader::ReaderView& v) {
+    ++renders;
+    last = v;
+  };
+  sources.reader().GoToWork(3);
+  sources.SetMuki1(1);
+  sources.Hyouji();
+  EXPECT_EQ(renders, 1);
+  EXPECT_EQ(last.Muki1, 1);
+  EXPECT_EQ(last.secondPane, 3);  // the reading, below the original form
+  EXPECT_EQ(last.height1, settings.SmL1 * 16);
+
+  // The box searched again and the line found again in the other order.
+  sources.Deactivate();
+  const std::u16string line = sources.reader().OldLsys;
+  sources.SetCombo1(u"寺");
+  selection.SKn = 1;
+  corpus::ApplySourceSelection(corpus, selection);
+  sources.FollowSelection();
+  EXPECT_EQ(renders, 2);
+  EXPECT_GT(sources.reader().engine().Srn, 0);
+  EXPECT_EQ(sources.reader().table().Text(sources.reader().Lpos(), corpus::sdat::kSysNo), line);
+
+  SutraWindow sutra(reader::FormKind::Form7, corpus, selection, settings, navigator, nullptr);
+  EXPECT_EQ(sutra.kind(), reader::FormKind::Form7);
+  sutra.reader().GoToRow(212);
+  EXPECT_EQ(sutra.Place().Lpos, 212);
 }
 
 }  // namespace

@@ -69,6 +69,12 @@ struct ReaderView {
   bool Check1 = false;
   // In the compact layout the two vertical panes share a place: which is on top.
   int compactTop = 1;
+  // A vertical page: the pane of its second text and the column heights of
+  // both texts in pixels, which the panes are sized to; an empty main text
+  // leaves the second alone.
+  int secondPane = 2;
+  int height1 = 0, height2 = 0;
+  bool mainEmpty = false;
   search::RefineControls refine;
   // Horizontal: every pane starts at its top.
   bool scrollPanesToTop = false;

@@ -83,4 +83,47 @@ WritingsLayout LayOutWritings(const WritingsLayoutState& s) {
   return l;
 }
 
+WritingsLayout LayOutScripture(const ScriptureLayoutState& s) {
+  WritingsLayout l;
+  l.width = kDesignWidth;
+  l.stripHeight = kStrip;
+  const int left = kMargin + kTab;
+  const int full = kDesignWidth - left - kMargin;
+  if (s.Muki1 == 0) {
+    const int right = left + kLeftWidth + kMargin + kTab;
+    const int rightWidth = kDesignWidth - kMargin - right;
+    const int row2 = kStrip + kRow1 + kGap;
+    const int rows = kRow2 + kNotes + kGap;
+    l.panes[1] = At(left, kStrip, kLeftWidth, kRow1);
+    l.panes[2] = At(left, row2, kLeftWidth, rows);
+    l.panes[3] = At(right, kStrip, rightWidth, kRow1);
+    l.panes[4] = At(right, row2, rightWidth, rows);
+    l.height = row2 + rows + kMargin;
+  } else {
+    const int second = s.secondPane == 3 ? 3 : 2;
+    const int height1 = s.height1 + kPix24;
+    const int height2 = s.height2 + kPix32;
+    if (s.Gcm1 != 0) {
+      l.panes[1] = At(left, kStrip, full, kCompactHeight);
+      l.panes[static_cast<std::size_t>(second)] = At(left, kStrip, full, kCompactHeight);
+      l.paneOnTop = s.compactTop == second ? second : 1;
+      l.Command16 = true;
+    } else if (s.mainEmpty) {
+      l.panes[static_cast<std::size_t>(second)] = At(left, kStrip, full, height2);
+    } else {
+      l.panes[1] = At(left, kStrip, full, height1);
+      l.panes[static_cast<std::size_t>(second)] = At(left, kStrip + height1 + kGap, full, height2);
+    }
+    int bottom = 0;
+    for (const LayoutRect& p : l.panes) bottom = std::max(bottom, p.visible ? p.bottom() : 0);
+    l.height = bottom + kMargin;
+  }
+  for (std::size_t t = 0; t < 4; ++t) {
+    const LayoutRect& pane = l.panes[t + 1];
+    l.tabs[t] = {pane.x - kTab, pane.y, kTab - 2, pane.h, pane.visible};
+  }
+  if (l.Command16) l.tabs[static_cast<std::size_t>(l.paneOnTop == 1 ? s.secondPane - 1 : 0)].visible = false;
+  return l;
+}
+
 }  // namespace suizo::reader

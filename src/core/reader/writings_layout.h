@@ -30,7 +30,7 @@ struct WritingsLayout {
   int width = 0, height = 0;         // the client area
   int stripHeight = 0;               // the controls above the panes (`Pic1`)
   std::array<LayoutRect, 8> panes;   // `Web(1)` to `Web(7)`; index 0 unused
-  std::array<LayoutRect, 11> tabs;   // `TagT(i)`, beside its pane
+  std::array<LayoutRect, 11> tabs;   // `TagT(i)`, beside its pane (four in the scripture readers)
   int paneOnTop = 1;                 // compact vertical: the pane lying over the other
   bool Command10 = false, Command13 = false, Command16 = false;
 };
@@ -38,5 +38,19 @@ struct WritingsLayout {
 inline constexpr int kDesignWidth = 1200;
 
 WritingsLayout LayOutWritings(const WritingsLayoutState& state);
+
+// The sutra's and the sources' four panes: across, the texts on the left
+// and the Chinese text and notes on the right; down, the main page over
+// the second one, each as tall as its columns, or both on one place in
+// the compact layout; an empty main text gives the second the whole height.
+struct ScriptureLayoutState {
+  int Muki1 = 0;
+  int Gcm1 = 0;
+  int secondPane = 2;
+  int compactTop = 1;
+  int height1 = 256, height2 = 288;  // the vertical pages' column heights
+  bool mainEmpty = false;
+};
+WritingsLayout LayOutScripture(const ScriptureLayoutState& state);
 
 }  // namespace suizo::reader

@@ -52,6 +52,10 @@ void ScriptureReader::VerticalPanes(ReaderView& v, const reader::VerticalSpec& s
   second.body = std::move(page.translation);
   second.written = true;
   second.scrollRight = 100000;
+  v.secondPane = SecondPane();
+  v.height1 = shape.height1;
+  v.height2 = shape.height2;
+  v.mainEmpty = shape.mainEmpty;
 }
 
 void ScriptureReader::FinishView(ReaderView& v) const {
