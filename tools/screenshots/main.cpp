@@ -13,6 +13,7 @@
 #include "app/platform/web_engine_setup.h"
 #include "app/views/contents_form.h"
 #include "app/views/selection_dialog_window.h"
+#include "app/views/reader_form.h"
 #include "app/views/writings_form.h"
 #include "core/reader/writings_window.h"
 #include "core/corpus/settings.h"
@@ -89,6 +90,23 @@ int main(int argc, char** argv) {
   } else {
     ok = false;
   }
+
+  // The sutra and the sources, across and down.
+  const auto shoot = [&](const suizo::reader::JumpOutcome& jump, const QString& name) {
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+      auto* form = qobject_cast<suizo::app::ReaderForm*>(w);
+      if (form == nullptr || &form->textView() != jump.window) continue;
+      form->move(20, 20);
+      ok = SaveAfterPanes(*form, out + "/" + name + "-horizontal.png") && ok;
+      form->KeyDownAll(Qt::Key_Space, Qt::NoModifier);
+      ok = SaveAfterPanes(*form, out + "/" + name + "-vertical.png") && ok;
+      return;
+    }
+    ok = false;
+  };
+  shoot(program.navigator().GoKyou(u"", 212, suizo::reader::kWritingsFamily), "Form7");
+  shoot(program.navigator().GoShiryou(u"寺", 0, 0, suizo::search::Method::And, 0, suizo::reader::kSourcesFamily),
+        "Form16");
 
   // The sources' list, from its button in the writings' list.
   contents.window().Command(9, program.navigator(), program.windows());

@@ -12,6 +12,7 @@
 #include "app/views/balloon_help_qt.h"
 #include "app/views/selection_dialog_window.h"
 #include "app/views/contents_form.h"
+#include "app/views/scripture_forms.h"
 #include "app/views/writings_form.h"
 #include "core/corpus/errors.h"
 #include "core/corpus/import.h"
@@ -52,6 +53,29 @@ class WritingsReaderWindow : public reader::WritingsWindow {
   std::unique_ptr<WritingsForm> form_;
 };
 
+// The sutra and the sources readers with their forms.
+class SutraReaderWindow : public scripture::SutraWindow {
+ public:
+  explicit SutraReaderWindow(Program& program)
+      : scripture::SutraWindow(reader::FormKind::Form7, program.corpus(), program.selection(), program.settings(),
+                               program.navigator(), program.journal()),
+        form_(std::make_unique<SutraForm>(*this, program)) {}
+
+ private:
+  std::unique_ptr<SutraForm> form_;
+};
+
+class SourcesReaderWindow : public scripture::SourcesWindow {
+ public:
+  explicit SourcesReaderWindow(Program& program)
+      : scripture::SourcesWindow(program.corpus(), program.selection(), program.settings(), program.navigator(),
+                                 program.journal()),
+        form_(std::make_unique<SourcesForm>(*this, program)) {}
+
+ private:
+  std::unique_ptr<SourcesForm> form_;
+};
+
 }  // namespace
 
 Program::Program(std::filesystem::path dataPath, corpus::SettingsStore& store,
@@ -78,12 +102,21 @@ std::unique_ptr<reader::OpenWindow> Program::MakeWindow(reader::FormKind kind) {
       return list;
     }
     case reader::FormKind::Form2: return std::make_unique<WritingsReaderWindow>(*this);
+    case reader::FormKind::Form7: return std::make_unique<SutraReaderWindow>(*this);
+    case reader::FormKind::Form16: return std::make_unique<SourcesReaderWindow>(*this);
     default: return nullptr;  // the registry reports a kind this build has no window for
   }
 }
 
 bool Program::Builds(reader::FormKind kind) const {
-  return kind == reader::FormKind::Form9 || kind == reader::FormKind::Form2 || kind == reader::FormKind::Form15;
+  switch (kind) {
+    case reader::FormKind::Form9:
+    case reader::FormKind::Form2:
+    case reader::FormKind::Form15:
+    case reader::FormKind::Form7:
+    case reader::FormKind::Form16: return true;
+    default: return false;
+  }
 }
 
 void Program::WireContents(ContentsForm& form) {
@@ -105,9 +138,10 @@ void Program::WireContents(ContentsForm& form) {
 
 void Program::FollowSelection() { views::FollowSelection(*windows_, true); }
 
-void Program::ShowContentsAt(int mpos) {
-  auto& window = static_cast<ContentsList&>(windows_->Single(reader::FormKind::Form9));
-  if (mpos >= 1 && mpos <= corpus_->MosMaxY) window.model().Mpos = mpos;
+void Program::ShowContentsAt(reader::FormKind kind, int mpos) {
+  auto& window = static_cast<ContentsList&>(windows_->Single(kind));
+  const int last = kind == reader::FormKind::Form9 ? corpus_->MosMaxY : corpus_->SMosMaxY;
+  if (mpos >= 1 && mpos <= last) window.model().Mpos = mpos;
   window.Hyouji();
   window.Show();
   window.Raise();
@@ -188,15 +222,10 @@ void Program::OpenSettings(QWidget* over) {
   dialog.ask = ask;
   bool exit = false;
   connect(&dialog, &SettingsDialogWindow::exitRequested, this, [&exit] { exit = true; });
-  connect(&dialog, &SettingsDialogWindow::confirmed, this, [this](const corpus::SettingsEffects& effects) {
+  connect(&dialog, &SettingsDialogWindow::confirmed, this, [](const corpus::SettingsEffects& effects) {
     // The readers take the new compact mode and column lengths.
-    for (reader::OpenWindow* w : windows_->OfKind(reader::FormKind::Form2)) {
-      auto& window = static_cast<WritingsReaderWindow&>(*w);
-      reader::WritingsReader& r = window.reader();
-      const bool vertical = r.Muki1 == 1;
-      if (effects.gcm1Change) r.Gcm1Change();
-      if (vertical && effects.tateRedraw) r.TateInit();
-      if (effects.gcm1Change || (vertical && effects.tateRedraw)) window.Hyouji();
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+      if (auto* form = qobject_cast<ReaderForm*>(w)) form->SettingsChanged(effects);
     }
   });
   dialog.exec();

@@ -48,8 +48,9 @@ class Program : public QObject {
   // The store took another collection (a bookmark's): every open window
   // finds its place again in it.
   void FollowSelection();
-  // The writings contents shown at a document, as a reader's `Command4` asks.
-  void ShowContentsAt(int mpos);
+  // A contents list (`Form9` or `Form15`) shown at a document, as a
+  // reader's contents button asks; 0 leaves its place.
+  void ShowContentsAt(reader::FormKind kind, int mpos);
   // A view closed by the user: it goes from the registry once its events
   // are done, and the view the user returns to comes forward.
   void Closed(reader::OpenWindow& window);

@@ -384,6 +384,13 @@ void ReaderForm::OpenBookmarks() {
   window_.Hyouji();
 }
 
+void ReaderForm::SettingsChanged(const corpus::SettingsEffects& effects) {
+  const bool vertical = model_.Muki1 == 1;
+  if (effects.gcm1Change) model_.Gcm1Change();
+  if (vertical && effects.tateRedraw) model_.TateInit();
+  if (effects.gcm1Change || (vertical && effects.tateRedraw)) window_.Hyouji();
+}
+
 void ReaderForm::Apply(const reader::ReaderOutcome& out) {
   if (out.closeHitList) CloseHitList();
   if (out.redraw) window_.Hyouji();

@@ -22,6 +22,7 @@
 
 #include "app/platform/html_pane.h"
 #include "core/corpus/bookmarks.h"
+#include "core/corpus/settings_dialog.h"
 #include "core/reader/context_menu.h"
 #include "core/reader/navigation.h"
 #include "core/reader/reader_base.h"
@@ -73,6 +74,9 @@ class ReaderForm : public QWidget {
   // `MenuShow`: the program's pop-up menu for a pane or a text box of this
   // window (or of a list it owns), at a place on the screen.
   void ShowMenu(QWidget* target, QPoint at);
+  // The settings dialog confirmed: the compact mode and the column
+  // lengths may have changed.
+  void SettingsChanged(const corpus::SettingsEffects& effects);
 
  protected:
   // Builds the shared controls, the reader's own (`BuildOwn`), then lays
@@ -100,6 +104,17 @@ class ReaderForm : public QWidget {
     return false;
   }
 
+  // The window's renders, shows and raises come to this form.
+  template <class Window>
+  void Hook(Window& window) {
+    window.onView = [this](const reader::ReaderView& v) { Show(v); };
+    window.onShow = [this] { show(); };
+    window.onRaise = [this] {
+      showNormal();
+      raise();
+      activateWindow();
+    };
+  }
   QPushButton* Button(const char* name, const QString& caption, QRect design);
   QLabel* Field(const char* name, QRect design);
   void Put(QWidget* w, QRect design);

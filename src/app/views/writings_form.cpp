@@ -40,13 +40,7 @@ ReaderFormShape WritingsShape() {
 WritingsForm::WritingsForm(reader::WritingsWindow& window, Program& program)
     : ReaderForm(window, window.reader(), program, WritingsShape()), writings_(window) {
   Init();
-  writings_.onView = [this](const reader::WritingsView& v) { Show(v); };
-  writings_.onShow = [this] { show(); };
-  writings_.onRaise = [this] {
-    showNormal();
-    raise();
-    activateWindow();
-  };
+  Hook(writings_);
 }
 
 WritingsForm::~WritingsForm() = default;
@@ -252,7 +246,7 @@ void WritingsForm::Jump(int command) {
   };
   switch (command) {
     case 4:
-      program_.ShowContentsAt(mpos);
+      program_.ShowContentsAt(reader::FormKind::Form9, mpos);
       return;
     case 5:
       if (program_.Builds(reader::FormKind::Form5)) nav.GoMok(u"", mpos, family);

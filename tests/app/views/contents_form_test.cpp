@@ -162,7 +162,7 @@ class ContentsFormTest : public QObject {
     QCOMPARE(form->findChild<platform::Grid*>("Grid1")->Rows(), p->corpus().SMosMaxY + 1);
     QVERIFY(!form->findChild<QPushButton*>("Command2")->isVisible());  // no "終了" here
     QVERIFY(form->findChild<QPushButton*>("Command9")->isEnabled());    // back to the writings' list
-    QVERIFY(!form->findChild<QPushButton*>("Command4")->isEnabled());   // the reader comes later
+    QVERIFY(form->findChild<QPushButton*>("Command4")->isEnabled());    // the sources reader
 
     // The order label switches the order itself, with no dialog.
     auto* order = form->findChild<QLabel*>("Label1");

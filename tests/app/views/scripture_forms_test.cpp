@@ -1,0 +1,211 @@
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <filesystem>
+
+#include "app/corpus/program.h"
+#include "app/platform/qt_text.h"
+#include "app/views/contents_form.h"
+#include "app/views/scripture_forms.h"
+#include "app_test.h"
+#include "core/corpus/schema.h"
+#include "core/corpus/settings.h"
+#include "core/scripture/sutra_reader.h"
+#include "pane_eval.h"
+
+namespace suizo::app {
+
+using platform::Q;
+
+class ScriptureFormsTest : public QObject {
+  Q_OBJECT
+
+ private:
+  QTemporaryDir data_;
+  corpus::MemorySettings settings_;
+  std::unique_ptr<Program> program_;
+
+  std::filesystem::path Path() const { return data_.path().toStdString(); }
+
+  std::unique_ptr<Program> Started() {
+    auto program = std::make_unique<Program>(Path(), settings_, u"0.1.0");
+    program->showError = [](const QString& message) { QFAIL(qPrintable(message)); };
+    program->toast = [](QWidget*) {};
+    if (!program->Start()) return nullptr;
+    return program;
+  }
+
+  // The form of the window of `kind` made last.
+  template <class Form>
+  Form* Last(reader::FormKind kind) const {
+    const auto windows = program_->windows().OfKind(kind);
+    if (windows.empty()) return nullptr;
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+      auto* form = qobject_cast<Form*>(w);
+      if (form != nullptr && &form->textView() == windows.back()) return form;
+    }
+    return nullptr;
+  }
+
+  template <class T>
+  static T* Control(QWidget& form, const char* name) {
+    return form.findChild<T*>(QString::fromLatin1(name));
+  }
+
+  static QString PaneText(ReaderForm& form, int pane) {
+    return apptest::Eval(*form.Pane(pane), QStringLiteral("document.body?document.body.innerText:''"), 2000)
+        .value_or(QString())
+        .toString();
+  }
+
+  // The sources' list, from its button in the writings' list.
+  ContentsForm* SourcesList() {
+    program_->contents()->findChild<QPushButton*>("Command9")->click();
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+      if (w->objectName() == QStringLiteral("Form15") && w->isVisible()) return qobject_cast<ContentsForm*>(w);
+    }
+    return nullptr;
+  }
+
+  // Types a note into pane 4 of a reader and ends the editing with Enter.
+  static void EditNote(ReaderForm& form, const QString& note) {
+    QVERIFY(form.StartNoteEdit(4));
+    QInputMethodEvent typed;
+    typed.setCommitString(note);
+    QApplication::sendEvent(form.EditBox(), &typed);
+    QTest::keyClick(form.EditBox(), Qt::Key_Return);
+    QVERIFY(!form.EditBox()->isVisible());
+  }
+
+ private slots:
+  void initTestCase() {
+    QVERIFY(data_.isValid());
+    std::filesystem::copy(SUIZO_SAMPLE_DIR, Path(), std::filesystem::copy_options::recursive);
+  }
+
+  void init() {
+    program_ = Started();
+    QVERIFY(program_);
+  }
+
+  void cleanup() {
+    if (program_) program_->End();
+    program_.reset();
+  }
+
+  void sutraWalksItsChaptersToBothEnds() {
+    auto* command6 = Control<QPushButton>(*program_->contents(), "Command6");
+    QVERIFY(command6->isEnabled());
+    command6->click();
+    auto* sutra = Last<SutraForm>(reader::FormKind::Form7);
+    QVERIFY(sutra && sutra->isVisible());
+    scripture::SutraReader& r = sutra->reader();
+    QCOMPARE(r.Chapter(), std::u16string(scripture::kFirstChapter));
+    QCOMPARE(Control<QLabel>(*sutra, "Text5")->text(), Q(scripture::kFirstChapter));
+    QTRY_VERIFY(!PaneText(*sutra, 1).trimmed().isEmpty());
+    sutra->setFocus();
+
+    // At the first chapter Ctrl+Up stays; Ctrl+Down goes chapter by chapter.
+    QTest::keyClick(sutra, Qt::Key_Up, Qt::ControlModifier);
+    QCOMPARE(r.Lpos(), 1);
+    std::u16string before = r.Chapter();
+    int chapters = 0;
+    while (chapters < 100) {
+      QTest::keyClick(sutra, Qt::Key_Down, Qt::ControlModifier);
+      if (r.Chapter() == before) break;
+      QVERIFY(r.Chapter() != before);
+      before = r.Chapter();
+      ++chapters;
+    }
+    QVERIFY(chapters > 2);
+    QCOMPARE(r.Chapter(), std::u16string(scripture::kLastChapter));
+    QCOMPARE(Control<QLabel>(*sutra, "Text5")->text(), Q(scripture::kLastChapter));
+    // Ctrl+Up goes to the head of the chapter before.
+    QTest::keyClick(sutra, Qt::Key_Up, Qt::ControlModifier);
+    QVERIFY(r.Chapter() != std::u16string(scripture::kLastChapter));
+
+    // Down, the reading beside the Chinese text: 真訓 moves the second page.
+    QTest::keyClick(sutra, Qt::Key_Space);
+    QCOMPARE(r.Muki1, 1);
+    QVERIFY(sutra->Pane(2)->isVisible());
+    QVERIFY(!sutra->Pane(3)->isVisible());
+    auto* check1 = Control<QCheckBox>(*sutra, "Check1");
+    QVERIFY(check1->isVisible());
+    check1->click();
+    QVERIFY(sutra->Pane(3)->isVisible());
+    QVERIFY(!sutra->Pane(2)->isVisible());
+    QTRY_VERIFY(!PaneText(*sutra, 3).trimmed().isEmpty());
+  }
+
+  void sourcesOpenFromTheirListAndSearchByKanji() {
+    ContentsForm* list = SourcesList();
+    QVERIFY(list);
+    auto* open = Control<QPushButton>(*list, "Command4");
+    QVERIFY(open->isEnabled());
+    open->click();
+    auto* sources = Last<SourcesForm>(reader::FormKind::Form16);
+    QVERIFY(sources && sources->isVisible());
+    QCOMPARE(sources->reader().Mpos(), list->window().model().Mpos);
+    QTRY_VERIFY(!PaneText(*sources, 1).trimmed().isEmpty());
+
+    // The kanji-only split by Ctrl at the press: kana drop out.
+    auto* box = Control<QLineEdit>(*sources, "Combo1");
+    box->setText(QStringLiteral("寺の縁起"));
+    auto* command1 = Control<QPushButton>(*sources, "Command1");
+    QTest::mousePress(command1, Qt::LeftButton, Qt::ControlModifier);
+    QTRY_COMPARE(sources->reader().engine().LastDivMode(), 2);
+    QTest::mouseRelease(command1, Qt::LeftButton, Qt::ControlModifier);
+    QVERIFY(sources->reader().engine().Srn > 0);
+
+    // The list's order switched with a word in its box keeps the search.
+    views::Contents& model = list->window().model();
+    list->window().SetCombo1(u"寺");
+    list->window().Kensaku(0);
+    const int hits = model.Srn();
+    QVERIFY(hits > 0);
+    QTest::mouseClick(Control<QLabel>(*list, "Label1"), Qt::LeftButton);
+    QCOMPARE(program_->selection().SKn, 1);
+    QCOMPARE(model.Srn(), hits);
+    QCOMPARE(Control<QLineEdit>(*list, "Combo1")->text(), QStringLiteral("寺"));
+    // The reader stays on its line in the new order.
+    const std::u16string line(sources->reader().table().Text(sources->reader().Lpos(), corpus::sdat::kSysNo));
+    QVERIFY(!line.empty());
+  }
+
+  void notesInBothReadersOutliveARestart() {
+    program_->navigator().GoKyou(u"", 212, reader::kWritingsFamily);
+    auto* sutra = Last<SutraForm>(reader::FormKind::Form7);
+    QVERIFY(sutra);
+    EditNote(*sutra, QStringLiteral("序の覚え"));
+    QCOMPARE(program_->corpus().HokDirty, 1);
+    program_->navigator().GoShiryou(u"", 3, 0, search::Method::And, 0, reader::kSourcesFamily);
+    auto* sources = Last<SourcesForm>(reader::FormKind::Form16);
+    QVERIFY(sources);
+    EditNote(*sources, QStringLiteral("縁起の覚え"));
+    QCOMPARE(program_->corpus().SDatDirty, 1);
+    QTRY_VERIFY(PaneText(*sources, 4).contains(QStringLiteral("縁起の覚え")));
+
+    program_->End();
+    program_ = Started();
+    QVERIFY(program_);
+    program_->navigator().GoKyou(u"", 212, reader::kWritingsFamily);
+    sutra = Last<SutraForm>(reader::FormKind::Form7);
+    QVERIFY(sutra);
+    QTRY_VERIFY(PaneText(*sutra, 4).contains(QStringLiteral("序の覚え")));
+    program_->navigator().GoShiryou(u"", 3, 0, search::Method::And, 0, reader::kSourcesFamily);
+    sources = Last<SourcesForm>(reader::FormKind::Form16);
+    QVERIFY(sources);
+    QTRY_VERIFY(PaneText(*sources, 4).contains(QStringLiteral("縁起の覚え")));
+  }
+};
+
+SUIZO_APP_TEST(ScriptureFormsTest);
+
+}  // namespace suizo::app
+
+#include "scripture_forms_test.moc"
