@@ -13,7 +13,9 @@
 #include "app/platform/web_engine_setup.h"
 #include "app/views/contents_form.h"
 #include "app/views/selection_dialog_window.h"
+#include "app/views/outline_form.h"
 #include "app/views/reader_form.h"
+#include "app/views/scripture_forms.h"
 #include "app/views/writings_form.h"
 #include "core/reader/writings_window.h"
 #include "core/corpus/settings.h"
@@ -105,6 +107,16 @@ int main(int argc, char** argv) {
     ok = false;
   };
   shoot(program.navigator().GoKyou(u"", 212, suizo::reader::kWritingsFamily), "Form7");
+  // The outlines of the sutra reader's row, broad and fine.
+  for (QWidget* w : QApplication::topLevelWidgets()) {
+    auto* sutra = qobject_cast<suizo::app::SutraForm*>(w);
+    if (sutra == nullptr) continue;
+    sutra->OpenOutline(0);
+    sutra->Outline()->move(40, 40);
+    ok = Save(*sutra->Outline(), out + "/Form8-souka.png") && ok;
+    sutra->OpenOutline(1);
+    ok = Save(*sutra->Outline(), out + "/Form8-kamon.png") && ok;
+  }
   shoot(program.navigator().GoShiryou(u"寺", 0, 0, suizo::search::Method::And, 0, suizo::reader::kSourcesFamily),
         "Form16");
 

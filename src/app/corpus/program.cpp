@@ -114,7 +114,8 @@ bool Program::Builds(reader::FormKind kind) const {
     case reader::FormKind::Form2:
     case reader::FormKind::Form15:
     case reader::FormKind::Form7:
-    case reader::FormKind::Form16: return true;
+    case reader::FormKind::Form16:
+    case reader::FormKind::Form8: return true;
     default: return false;
   }
 }

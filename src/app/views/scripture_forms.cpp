@@ -2,6 +2,7 @@
 
 #include "app/corpus/program.h"
 #include "app/platform/qt_text.h"
+#include "app/views/outline_form.h"
 #include "core/corpus/settings.h"
 
 namespace suizo::app {
@@ -113,8 +114,10 @@ void SutraForm::BuildOwn() {
   });
   connect(ViewButton(4, QStringLiteral("翠典"), 726, reader::FormKind::Form2), &QPushButton::clicked, this,
           [this] { LookUp(reader::FormKind::Form2); });
-  ViewButton(5, QStringLiteral("総科"), 772, reader::FormKind::Form8);
-  ViewButton(6, QStringLiteral("科文"), 818, reader::FormKind::Form8);
+  connect(ViewButton(5, QStringLiteral("総科"), 772, reader::FormKind::Form8), &QPushButton::clicked, this,
+          [this] { OpenOutline(scripture::kSoukaGrid); });
+  connect(ViewButton(6, QStringLiteral("科文"), 818, reader::FormKind::Form8), &QPushButton::clicked, this,
+          [this] { OpenOutline(scripture::kKamonGrid); });
   // The commentary has no view: the button only gives the focus back.
   QPushButton* commentary = Button("Command7", QStringLiteral("注経"), {864, 6, 44, 24});
   commands_[7] = commentary;
@@ -125,6 +128,23 @@ void SutraForm::BuildOwn() {
                  {{1, QStringLiteral("法華No.")}, {10, QStringLiteral("蔵経")}, {11, QStringLiteral("開結")},
                   {12, QStringLiteral("対訳")}});
   connect(flip_, &QPushButton::clicked, this, [this] { Apply(reader().Command13()); });
+}
+
+SutraForm::~SutraForm() = default;
+
+void SutraForm::OpenOutline(int skFlag) {
+  FocusPanel();
+  if (!outline_) {
+    outline_ = std::make_unique<OutlineForm>(program_.corpus(), program_.store());
+    // `SutraGo`: back into this reader at the outline's row.
+    outline_->onSutraGo = [this](const reader::Position& place) {
+      sutra_.SetPlace(place);
+      sutra_.Show();
+      sutra_.Raise();
+      sutra_.Hyouji();
+    };
+  }
+  outline_->Open(skFlag, reader().Lpos());
 }
 
 // --- the sources ---

@@ -5,11 +5,14 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <memory>
 
 #include "app/views/reader_form.h"
 #include "core/scripture/scripture_window.h"
 
 namespace suizo::app {
+
+class OutlineForm;
 
 // What the two share beyond the writings' plan.
 class ScriptureForm : public ReaderForm {
@@ -45,8 +48,12 @@ class SutraForm : public ScriptureForm {
 
  public:
   SutraForm(scripture::SutraWindow& window, Program& program);
+  ~SutraForm() override;
   scripture::SutraWindow& window() { return sutra_; }
   scripture::SutraReader& reader() { return sutra_.reader(); }
+  // "総科" (0) and "科文" (1): this reader's outline window at its row.
+  void OpenOutline(int skFlag);
+  OutlineForm* Outline() const { return outline_.get(); }
 
  protected:
   void BuildOwn() override;
@@ -54,6 +61,7 @@ class SutraForm : public ScriptureForm {
 
  private:
   scripture::SutraWindow& sutra_;
+  std::unique_ptr<OutlineForm> outline_;
 };
 
 class SourcesForm : public ScriptureForm {

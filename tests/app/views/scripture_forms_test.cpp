@@ -11,10 +11,12 @@
 #include "app/corpus/program.h"
 #include "app/platform/qt_text.h"
 #include "app/views/contents_form.h"
+#include "app/views/outline_form.h"
 #include "app/views/scripture_forms.h"
 #include "app_test.h"
 #include "core/corpus/schema.h"
 #include "core/corpus/settings.h"
+#include "core/scripture/outline.h"
 #include "core/scripture/sutra_reader.h"
 #include "pane_eval.h"
 
@@ -140,6 +142,52 @@ class ScriptureFormsTest : public QObject {
     QVERIFY(sutra->Pane(3)->isVisible());
     QVERIFY(!sutra->Pane(2)->isVisible());
     QTRY_VERIFY(!PaneText(*sutra, 3).trimmed().isEmpty());
+  }
+
+  void outlinesOpenAtTheRowStepByGroupsAndLeadBack() {
+    program_->navigator().GoKyou(u"", 600, reader::kWritingsFamily);
+    auto* sutra = Last<SutraForm>(reader::FormKind::Form7);
+    QVERIFY(sutra);
+    QCOMPARE(sutra->reader().Lpos(), 600);
+    Control<QPushButton>(*sutra, "Command5")->click();
+    OutlineForm* outline = sutra->Outline();
+    QVERIFY(outline && outline->isVisible());
+    QCOMPARE(outline->windowTitle(), QStringLiteral("法華経総科"));
+    QVERIFY(outline->GridAt(0)->isVisible() && !outline->GridAt(1)->isVisible());
+    const scripture::Outline& model = outline->model();
+    const auto number = [&](int grid) {
+      const scripture::OutlineGrid& g = model.Grid(grid);
+      return Q(g.TextMatrix(g.Row, 2)).toInt();
+    };
+    // The broad outline stands on the group that holds row 600.
+    QVERIFY(number(0) <= 600);
+    QVERIFY(model.Grid(0).Row >= 1);
+    QCOMPARE(outline->GridAt(0)->Row(), model.Grid(0).Row);
+
+    // The arrow steps by whole groups: the next number, on its last row.
+    const int before = number(0);
+    QTest::keyClick(outline->GridAt(0), Qt::Key_Down);
+    QVERIFY(number(0) > before);
+    const scripture::OutlineGrid& g0 = model.Grid(0);
+    QVERIFY(g0.Row == g0.Rows - 1 || g0.TextMatrix(g0.Row + 1, 2) != g0.TextMatrix(g0.Row, 2));
+    QCOMPARE(g0.CellBackColor(g0.Row, 2), scripture::kGroupBack);
+
+    // The switch shows the fine outline at the same place.
+    Control<QPushButton>(*outline, "Command1")->click();
+    QCOMPARE(outline->windowTitle(), QStringLiteral("法華経科文"));
+    QVERIFY(outline->GridAt(1)->isVisible() && !outline->GridAt(0)->isVisible());
+    QVERIFY(number(1) >= 1);
+    // Enter leads back into the reader at the outline's row.
+    const int target = number(1);
+    QTest::keyClick(outline->GridAt(1), Qt::Key_Return);
+    QVERIFY(!outline->isVisible());
+    QCOMPARE(sutra->reader().Lpos(), target);
+    QVERIFY(sutra->isVisible());
+
+    // 科文 opens the fine outline directly.
+    Control<QPushButton>(*sutra, "Command6")->click();
+    QVERIFY(outline->isVisible());
+    QCOMPARE(outline->model().SKflag, 1);
   }
 
   void sourcesOpenFromTheirListAndSearchByKanji() {
