@@ -13,7 +13,9 @@
 #include "app/views/contents_form.h"
 #include "app/views/outline_form.h"
 #include "app/views/scripture_forms.h"
+#include "app/views/writings_form.h"
 #include "app_test.h"
+#include "core/corpus/orders.h"
 #include "core/corpus/schema.h"
 #include "core/corpus/settings.h"
 #include "core/scripture/outline.h"
@@ -142,6 +144,37 @@ class ScriptureFormsTest : public QObject {
     QVERIFY(sutra->Pane(3)->isVisible());
     QVERIFY(!sutra->Pane(2)->isVisible());
     QTRY_VERIFY(!PaneText(*sutra, 3).trimmed().isEmpty());
+  }
+
+  void sutraOpensFromASelectionAndFromAQuotationLink() {
+    program_->contents()->findChild<QPushButton*>("Command4")->click();
+    auto* writings = Last<WritingsForm>(reader::FormKind::Form2);
+    QVERIFY(writings);
+    QTRY_VERIFY(!PaneText(*writings, 1).trimmed().isEmpty());
+    // A word selected in the writings is looked up in the sutra.
+    writings->Pane(1)->RunScript(QStringLiteral(
+        "document.body.innerHTML='衆生';var r=document.createRange();r.selectNodeContents(document.body);"
+        "getSelection().removeAllRanges();getSelection().addRange(r);"));
+    QTRY_COMPARE(writings->Pane(1)->SelectedText(), QStringLiteral("衆生"));
+    auto* command6 = Control<QPushButton>(*writings, "Command6");
+    QVERIFY(command6->isEnabled());
+    command6->click();
+    auto* sutra = Last<SutraForm>(reader::FormKind::Form7);
+    QVERIFY(sutra && sutra->isVisible());
+    QCOMPARE(Control<QLineEdit>(*sutra, "Combo1")->text(), QStringLiteral("衆生"));
+    QVERIFY(sutra->reader().engine().Srn > 0);
+
+    // A page of the sutra edition in the quotation index opens the sutra there.
+    const corpus::ReaderPlace place = corpus::FindReaderPlace(program_->corpus(), u"16610");
+    writings->reader().GoToLine(place.Lpos);
+    writings->window().Hyouji();
+    QTRY_VERIFY(PaneText(*writings, 7).contains(QStringLiteral("384.41")));
+    const int before = sutra->reader().Lpos();
+    writings->Pane(7)->RunScript(QStringLiteral("document.querySelector(\"a[href='384.41']\").click();"));
+    QTRY_VERIFY(Last<SutraForm>(reader::FormKind::Form7)->reader().Lpos() != before);
+    const corpus::Table& hok = program_->corpus().table(corpus::TableId::Hok);
+    const int row = Last<SutraForm>(reader::FormKind::Form7)->reader().Lpos();
+    QVERIFY(Q(hok.Get(row, corpus::hok::kKaiketsuPage)).startsWith(QStringLiteral("384")));
   }
 
   void outlinesOpenAtTheRowStepByGroupsAndLeadBack() {
