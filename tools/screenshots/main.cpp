@@ -13,6 +13,7 @@
 #include "app/platform/web_engine_setup.h"
 #include "app/views/contents_form.h"
 #include "app/views/selection_dialog_window.h"
+#include "app/views/dictionary_form.h"
 #include "app/views/outline_form.h"
 #include "app/views/reader_form.h"
 #include "app/views/scripture_forms.h"
@@ -119,6 +120,15 @@ int main(int argc, char** argv) {
   }
   shoot(program.navigator().GoShiryou(u"寺", 0, 0, suizo::search::Method::And, 0, suizo::reader::kSourcesFamily),
         "Form16");
+
+  // The dictionary on a selection longer than its entry.
+  const auto entry = program.navigator().GoJisho(u"法華経を", suizo::reader::kWritingsFamily);
+  for (QWidget* w : QApplication::topLevelWidgets()) {
+    auto* form = qobject_cast<suizo::app::DictionaryForm*>(w);
+    if (form == nullptr || &form->window() != entry.window) continue;
+    form->move(40, 40);
+    ok = SaveAfterPanes(*form, out + "/Form6.png") && ok;
+  }
 
   // The sources' list, from its button in the writings' list.
   contents.window().Command(9, program.navigator(), program.windows());

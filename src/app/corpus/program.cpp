@@ -12,6 +12,7 @@
 #include "app/views/balloon_help_qt.h"
 #include "app/views/selection_dialog_window.h"
 #include "app/views/contents_form.h"
+#include "app/views/dictionary_form.h"
 #include "app/views/scripture_forms.h"
 #include "app/views/writings_form.h"
 #include "core/corpus/errors.h"
@@ -76,6 +77,17 @@ class SourcesReaderWindow : public scripture::SourcesWindow {
   std::unique_ptr<SourcesForm> form_;
 };
 
+// A dictionary window with its form; every one shares the program's lookup.
+class DictionaryEntry : public views::DictionaryWindow {
+ public:
+  DictionaryEntry(Program& program, const views::DictionaryLookup& lookup)
+      : views::DictionaryWindow(program.corpus(), program.selection(), program.settings(), lookup),
+        form_(std::make_unique<DictionaryForm>(*this, program)) {}
+
+ private:
+  std::unique_ptr<DictionaryForm> form_;
+};
+
 }  // namespace
 
 Program::Program(std::filesystem::path dataPath, corpus::SettingsStore& store,
@@ -104,6 +116,11 @@ std::unique_ptr<reader::OpenWindow> Program::MakeWindow(reader::FormKind kind) {
     case reader::FormKind::Form2: return std::make_unique<WritingsReaderWindow>(*this);
     case reader::FormKind::Form7: return std::make_unique<SutraReaderWindow>(*this);
     case reader::FormKind::Form16: return std::make_unique<SourcesReaderWindow>(*this);
+    case reader::FormKind::Form6: {
+      // Made at the first lookup: its patterns are kept for every later one.
+      if (!lookup_) lookup_ = std::make_unique<views::DictionaryLookup>(*corpus_, settings_.Itaiji);
+      return std::make_unique<DictionaryEntry>(*this, *lookup_);
+    }
     default: return nullptr;  // the registry reports a kind this build has no window for
   }
 }
@@ -115,7 +132,8 @@ bool Program::Builds(reader::FormKind kind) const {
     case reader::FormKind::Form15:
     case reader::FormKind::Form7:
     case reader::FormKind::Form16:
-    case reader::FormKind::Form8: return true;
+    case reader::FormKind::Form8:
+    case reader::FormKind::Form6: return true;
     default: return false;
   }
 }

@@ -15,6 +15,7 @@
 #include "core/corpus/selection.h"
 #include "core/corpus/settings.h"
 #include "core/reader/navigation.h"
+#include "core/views/dictionary_lookup.h"
 
 namespace suizo::app {
 
@@ -86,6 +87,8 @@ class Program : public QObject {
   corpus::Selection selection_;
   corpus::Settings settings_;
   std::unique_ptr<corpus::NoteJournal> journal_;
+  // Before the windows, which hold on to it.
+  std::unique_ptr<views::DictionaryLookup> lookup_;
   std::unique_ptr<reader::WindowRegistry> windows_;
   std::unique_ptr<reader::Navigator> navigator_;
   std::unique_ptr<SplashWindow> splash_;

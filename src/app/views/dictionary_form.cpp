@@ -1,0 +1,269 @@
+#include "app/views/dictionary_form.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+
+#include "app/corpus/program.h"
+#include "app/platform/input_method.h"
+#include "app/platform/keys.h"
+#include "app/platform/qt_text.h"
+#include "app/views/reader_form.h"
+#include "core/corpus/settings.h"
+
+namespace suizo::app {
+
+using platform::Q;
+using platform::U;
+
+namespace {
+
+constexpr std::u16string_view kSection = u"@辞書";
+
+QPushButton* NewButton(QWidget* parent, const QString& name, const QString& caption) {
+  auto* b = new QPushButton(caption, parent);
+  b->setObjectName(name);
+  b->setFocusPolicy(Qt::NoFocus);
+  return b;
+}
+
+QLabel* NewField(QWidget* parent, const char* name) {
+  auto* l = new QLabel(parent);
+  l->setObjectName(name);
+  l->setStyleSheet("background:white; border:1px solid #999; padding:2px;");
+  l->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return l;
+}
+
+// Which window a jump of the dictionary needs.
+reader::FormKind TargetOf(views::DictionaryOutcome::Jump jump) {
+  using J = views::DictionaryOutcome::Jump;
+  switch (jump) {
+    case J::Reader: return reader::FormKind::Form2;
+    case J::Record: return reader::FormKind::Form5;
+    case J::Sutra: return reader::FormKind::Form7;
+    case J::Sources: return reader::FormKind::Form16;
+    default: return reader::FormKind::Form6;
+  }
+}
+
+}  // namespace
+
+DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program)
+    : QWidget(nullptr, Qt::Window), window_(window), program_(program) {
+  setObjectName("Form6");
+  setFocusPolicy(Qt::StrongFocus);
+  auto* top = new QVBoxLayout(this);
+  top->setContentsMargins(6, 6, 6, 6);
+
+  auto* head = new QHBoxLayout;
+  text4_ = NewField(this, "Text4");
+  text4_->setStyleSheet("background:white; border:1px solid #999; padding:2px; font-size:18px; font-weight:bold;");
+  label1_ = new QLabel(this);
+  label1_->setObjectName("Label1");
+  text2_ = NewField(this, "Text2");
+  text3_ = NewField(this, "Text3");
+  pin_ = NewButton(this, "Pin", QStringLiteral("固定"));
+  pin_->setCheckable(true);
+  head->addWidget(text4_, 3);
+  head->addWidget(label1_, 2);
+  head->addWidget(text2_, 1);
+  head->addWidget(text3_, 1);
+  head->addWidget(pin_);
+  top->addLayout(head);
+
+  auto* strip = new QHBoxLayout;
+  combo1_ = new QLineEdit(this);
+  combo1_->setObjectName("Combo1");
+  strip->addWidget(combo1_, 2);
+  QPushButton* command12 = NewButton(this, "Command12", QStringLiteral("▼"));
+  command12->setMaximumWidth(24);
+  strip->addWidget(command12);
+  combo_ = new QComboBox(this);
+  combo_->setObjectName("Combo");
+  combo_->setFixedWidth(1);  // only its drop-down list is seen
+  strip->addWidget(combo_);
+  command1_ = NewButton(this, "Command1", QStringLiteral("検索"));
+  strip->addWidget(command1_);
+  const std::array<QString, 2> targets = {QStringLiteral("見出"), QStringLiteral("解説")};
+  for (std::size_t i = 0; i < sel_.size(); ++i) {
+    sel_[i] = NewButton(this, QStringLiteral("Sel_%1").arg(i), targets[i]);
+    sel_[i]->setCheckable(true);
+    strip->addWidget(sel_[i]);
+  }
+  label3_ = NewButton(this, "Label3", {});
+  label3_->setFlat(true);
+  label3_->setMinimumWidth(70);
+  strip->addWidget(label3_);
+  strip->addStretch(1);
+  top->addLayout(strip);
+
+  auto* related = new QHBoxLayout;
+  for (int i = 1; i <= views::kKanrenCount; ++i) {
+    kanren_[static_cast<std::size_t>(i)] = NewButton(this, QStringLiteral("Kanren_%1").arg(i), {});
+    related->addWidget(kanren_[static_cast<std::size_t>(i)]);
+    connect(kanren_[static_cast<std::size_t>(i)], &QPushButton::clicked, this,
+            [this, i] { Follow(model().KanrenClick(i)); });
+  }
+  top->addLayout(related);
+
+  web_ = new platform::HtmlPane(this);
+  web_->setObjectName("Web");
+  top->addWidget(web_, 1);
+
+  auto* buttons = new QHBoxLayout;
+  command2_ = NewButton(this, "Command2", {});
+  command3_ = NewButton(this, "Command3", QStringLiteral("資料"));
+  command4_ = NewButton(this, "Command4", QStringLiteral("戻る"));
+  buttons->addWidget(command2_);
+  buttons->addWidget(command3_);
+  buttons->addStretch(1);
+  buttons->addWidget(command4_);
+  top->addLayout(buttons);
+
+  platform::InputMethodOnlyInCombo1(this);
+
+  const auto search = [this] {
+    model().Combo1 = U(combo1_->text());
+    window_.Kensaku(0);
+    if (window_.toastDue && program_.toast) program_.toast(this);
+    window_.toastDue = false;
+    setFocus();
+  };
+  connect(combo1_, &QLineEdit::returnPressed, this, search);
+  connect(command1_, &QPushButton::clicked, this, [this] {
+    model().Combo1 = U(combo1_->text());
+    Follow(model().Command1(U(web_->SelectedText().trimmed())));
+  });
+  connect(command12, &QPushButton::clicked, this, [this] { combo_->showPopup(); });
+  connect(combo_, qOverload<int>(&QComboBox::activated), this, [this](int index) {
+    combo1_->setText(combo_->itemText(index));
+    combo1_->setFocus();
+  });
+  for (std::size_t i = 0; i < sel_.size(); ++i) {
+    connect(sel_[i], &QPushButton::clicked, this, [this, i] { Follow(model().SelClick(static_cast<int>(i))); });
+  }
+  connect(label3_, &QPushButton::clicked, this, [this] { Follow(model().Label3Click()); });
+  connect(command2_, &QPushButton::clicked, this, [this] { Follow(model().Command2()); });
+  connect(command3_, &QPushButton::clicked, this, [this] { Follow(model().Command3()); });
+  connect(command4_, &QPushButton::clicked, this, [this] { Follow(model().Command4()); });
+  connect(pin_, &QPushButton::toggled, this, [this](bool down) { window_.Pin = down; });
+  connect(web_, &platform::HtmlPane::linkClicked, this,
+          [this](const QString& href) { Follow(model().LinkClick(U(href))); });
+  connect(web_, &platform::HtmlPane::keyPressed, this,
+          [this](int key, Qt::KeyboardModifiers modifiers, bool& handled) {
+            const int code = platform::KeyCode(key);
+            if (code < reader::key::kLeft || code > reader::key::kDown) return;
+            Follow(model().KeyDownAll(code, platform::ShiftState(modifiers)));
+            handled = true;
+          });
+
+  window_.onView = [this](const views::DictionaryDisplay& d) { Show(d); };
+  window_.onShow = [this] { show(); };
+  window_.onRaise = [this] {
+    showNormal();
+    raise();
+    activateWindow();
+  };
+  model().SetDpi(logicalDpiX());
+  resize(760, 560);
+  if (const auto g = corpus::ReadGeometry(program_.store(), kSection)) setGeometry(g->x, g->y, g->w, g->h);
+}
+
+void DictionaryForm::Show(const views::DictionaryDisplay& d) {
+  setWindowTitle(Q(d.caption));
+  text4_->setText(Q(d.Text4));
+  label1_->setText(Q(d.Label1));
+  text2_->setText(Q(d.Text2));
+  text3_->setText(Q(d.Text3));
+  text3_->setToolTip(Q(d.Text3Balloon));
+  for (int i = 1; i <= views::kKanrenCount; ++i) {
+    const views::KanrenButton& k = d.Kanren[static_cast<std::size_t>(i)];
+    QPushButton* b = kanren_[static_cast<std::size_t>(i)];
+    b->setText(Q(k.caption));
+    b->setEnabled(k.enabled);
+  }
+  if (d.frame) {
+    web_->WriteFrame(Q(*d.frame));
+    web_->SetZoom(Q(d.zoom));
+  }
+  web_->SetBody(Q(d.body));
+  if (d.toStart) web_->ScrollTo(0, 0);
+  for (std::size_t i = 0; i < sel_.size(); ++i) sel_[i]->setChecked(static_cast<int>(i) == d.selDown);
+  label3_->setText(Q(d.Label3Text));
+  label3_->setStyleSheet("background:" + Css(d.Label3Colour, this) + "; border:1px solid #999;");
+  label3_->setEnabled(d.Label3Enabled);
+  // The record has no window in this build yet.
+  command3_->setEnabled(d.Command3Enabled && program_.Builds(reader::FormKind::Form5));
+  command4_->setStyleSheet("background:" + Css(window_.Command4BackColor, this) + ";");
+  command2_->setText(Q(window_.Command2Caption));
+  if (!combo1_->hasFocus()) combo1_->setText(Q(model().Combo1));
+  combo_->clear();
+  for (const std::u16string& item : model().Combo) combo_->addItem(Q(item));
+}
+
+void DictionaryForm::Follow(const views::DictionaryOutcome& outcome) {
+  using J = views::DictionaryOutcome::Jump;
+  if (outcome.toast && program_.toast) program_.toast(this);
+  if (outcome.openSettings) program_.OpenSettings(this);
+  if (outcome.focusSearchBox) {
+    combo1_->setFocus();
+    combo1_->selectAll();
+  }
+  switch (outcome.jump) {
+    case J::Contents:
+      program_.ShowContentsAt(window_.ParentForm == reader::kSourcesFamily ? reader::FormKind::Form15
+                                                                            : reader::FormKind::Form9,
+                              0);
+      return;
+    case J::Back:
+      program_.navigator().BackToParent(window_.ParentForm.empty() ? std::u16string(reader::kWritingsFamily)
+                                                                   : window_.ParentForm);
+      return;
+    default: break;
+  }
+  // A view whose window this build does not have is not reached.
+  if (outcome.jump != J::None && !program_.Builds(TargetOf(outcome.jump))) return;
+  window_.Follow(program_.navigator(), outcome);
+  if (window_.Minimized) showMinimized();
+}
+
+void DictionaryForm::keyPressEvent(QKeyEvent* event) {
+  if (focusWidget() == combo1_) {
+    QWidget::keyPressEvent(event);
+    return;
+  }
+  if (event->key() == Qt::Key_Escape && window_.CancelOnEsc) {
+    close();
+    return;
+  }
+  Follow(model().KeyDownAll(platform::KeyCode(event->key()), platform::ShiftState(event->modifiers())));
+}
+
+void DictionaryForm::closeEvent(QCloseEvent* event) {
+  if (!program_.Ending() && window_.Pin) {
+    event->ignore();
+    return;
+  }
+  event->accept();
+  if (!program_.Ending()) program_.Closed(window_);
+}
+
+void DictionaryForm::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  SaveGeometry();
+}
+
+void DictionaryForm::moveEvent(QMoveEvent* event) {
+  QWidget::moveEvent(event);
+  SaveGeometry();
+}
+
+void DictionaryForm::SaveGeometry() {
+  if (!isVisible() || isMinimized() || isMaximized() || program_.Ending()) return;
+  const QRect g = geometry();
+  corpus::WriteGeometry(program_.store(), kSection, {g.x(), g.y(), g.width(), g.height()});
+}
+
+}  // namespace suizo::app
