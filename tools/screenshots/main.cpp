@@ -15,6 +15,7 @@
 #include "app/views/selection_dialog_window.h"
 #include "app/views/dictionary_form.h"
 #include "app/views/outline_form.h"
+#include "app/views/record_form.h"
 #include "app/views/reader_form.h"
 #include "app/views/scripture_forms.h"
 #include "app/views/writings_form.h"
@@ -128,6 +129,15 @@ int main(int argc, char** argv) {
     if (form == nullptr || &form->window() != entry.window) continue;
     form->move(40, 40);
     ok = SaveAfterPanes(*form, out + "/Form6.png") && ok;
+  }
+
+  // The record of the third document.
+  const auto record = program.navigator().GoMok(u"", 3, suizo::reader::kWritingsFamily);
+  for (QWidget* w : QApplication::topLevelWidgets()) {
+    auto* form = qobject_cast<suizo::app::RecordForm*>(w);
+    if (form == nullptr || &form->window() != record.window) continue;
+    form->move(30, 30);
+    ok = SaveAfterPanes(*form, out + "/Form5.png") && ok;
   }
 
   // The sources' list, from its button in the writings' list.

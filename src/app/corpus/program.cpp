@@ -13,6 +13,7 @@
 #include "app/views/selection_dialog_window.h"
 #include "app/views/contents_form.h"
 #include "app/views/dictionary_form.h"
+#include "app/views/record_form.h"
 #include "app/views/scripture_forms.h"
 #include "app/views/writings_form.h"
 #include "core/corpus/errors.h"
@@ -77,6 +78,17 @@ class SourcesReaderWindow : public scripture::SourcesWindow {
   std::unique_ptr<SourcesForm> form_;
 };
 
+// The document record with its form.
+class DocumentRecordWindow : public views::RecordWindow {
+ public:
+  explicit DocumentRecordWindow(Program& program)
+      : views::RecordWindow(program.corpus(), program.selection(), program.settings()),
+        form_(std::make_unique<RecordForm>(*this, program)) {}
+
+ private:
+  std::unique_ptr<RecordForm> form_;
+};
+
 // A dictionary window with its form; every one shares the program's lookup.
 class DictionaryEntry : public views::DictionaryWindow {
  public:
@@ -116,6 +128,7 @@ std::unique_ptr<reader::OpenWindow> Program::MakeWindow(reader::FormKind kind) {
     case reader::FormKind::Form2: return std::make_unique<WritingsReaderWindow>(*this);
     case reader::FormKind::Form7: return std::make_unique<SutraReaderWindow>(*this);
     case reader::FormKind::Form16: return std::make_unique<SourcesReaderWindow>(*this);
+    case reader::FormKind::Form5: return std::make_unique<DocumentRecordWindow>(*this);
     case reader::FormKind::Form6: {
       // Made at the first lookup: its patterns are kept for every later one.
       if (!lookup_) lookup_ = std::make_unique<views::DictionaryLookup>(*corpus_, settings_.Itaiji);
@@ -133,7 +146,8 @@ bool Program::Builds(reader::FormKind kind) const {
     case reader::FormKind::Form7:
     case reader::FormKind::Form16:
     case reader::FormKind::Form8:
-    case reader::FormKind::Form6: return true;
+    case reader::FormKind::Form6:
+    case reader::FormKind::Form5: return true;
     default: return false;
   }
 }

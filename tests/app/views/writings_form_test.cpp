@@ -111,7 +111,7 @@ class WritingsFormTest : public QObject {
     ContentsForm& contents = *program_->contents();
     auto* grid = Control<platform::Grid>(contents, "Grid1");
     QVERIFY(Control<QPushButton>(contents, "Command4")->isEnabled());
-    QVERIFY(!Control<QPushButton>(contents, "Command5")->isEnabled());  // the record has no window yet
+    QVERIFY(!Control<QPushButton>(contents, "Command7")->isEnabled());  // the chronology has no window yet
     contents.activateWindow();
 
     // Enter on the third document's row.

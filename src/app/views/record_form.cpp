@@ -1,0 +1,383 @@
+#include "app/views/record_form.h"
+
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "app/corpus/program.h"
+#include "app/platform/input_method.h"
+#include "app/platform/keys.h"
+#include "app/platform/qt_text.h"
+#include "app/views/reader_form.h"
+#include "core/corpus/settings.h"
+#include "core/views/contents.h"
+
+namespace suizo::app {
+
+using platform::Q;
+using platform::U;
+
+namespace {
+
+constexpr std::u16string_view kSection = u"@資料";
+
+QPushButton* NewButton(QWidget* parent, const QString& name, const QString& caption) {
+  auto* b = new QPushButton(caption, parent);
+  b->setObjectName(name);
+  b->setFocusPolicy(Qt::NoFocus);
+  return b;
+}
+
+// Which window a jump of the record needs.
+reader::FormKind TargetOf(views::RecordOutcome::Jump jump) {
+  using J = views::RecordOutcome::Jump;
+  switch (jump) {
+    case J::Reader: return reader::FormKind::Form2;
+    case J::Sutra: return reader::FormKind::Form7;
+    case J::Chronology: return reader::FormKind::Form12;
+    case J::Dictionary: return reader::FormKind::Form6;
+    default: return reader::FormKind::Form5;
+  }
+}
+
+}  // namespace
+
+RecordForm::RecordForm(views::RecordWindow& window, Program& program)
+    : QWidget(nullptr, Qt::Window), window_(window), program_(program) {
+  setObjectName("Form5");
+  setFocusPolicy(Qt::StrongFocus);
+  auto* top = new QVBoxLayout(this);
+  top->setContentsMargins(6, 6, 6, 6);
+  top->setSpacing(4);
+
+  // The head: number, title and the document's facts.
+  auto* head = new QHBoxLayout;
+  const std::array<std::pair<const char*, int>, 10> fields = {{{"Bangou", 1},
+                                                               {"Text4", 4},
+                                                               {"Text5", 1},
+                                                               {"Text6", 2},
+                                                               {"Text7", 2},
+                                                               {"Text8", 1},
+                                                               {"Text1", 2},
+                                                               {"Text2", 2},
+                                                               {"Text3", 1},
+                                                               {"Text9", 0}}};
+  for (const auto& [name, stretch] : fields) {
+    auto* l = new QLabel(this);
+    l->setObjectName(name);
+    l->setStyleSheet("background:white; border:1px solid #999; padding:2px;");
+    l->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    l->installEventFilter(this);
+    fields_[QString::fromLatin1(name)] = l;
+    if (stretch > 0) head->addWidget(l, stretch);
+  }
+  fields_[QStringLiteral("Text4")]->setStyleSheet(
+      "background:white; border:1px solid #999; padding:2px; font-weight:bold; color:#0A5657;");
+  pin_ = NewButton(this, "Pin", QStringLiteral("固定"));
+  pin_->setCheckable(true);
+  head->addWidget(pin_);
+  top->addLayout(head);
+
+  // The class strip and the page boxes of every series.
+  auto* pages = new QHBoxLayout;
+  for (int c = 0; c <= 10; ++c) {
+    auto* l = new QLabel(Q(views::ClevCaption(c)), this);
+    l->setObjectName(QStringLiteral("Clev_%1").arg(c));
+    l->setAlignment(Qt::AlignCenter);
+    l->setFixedSize(18, 20);
+    clev_[static_cast<std::size_t>(c)] = l;
+    pages->addWidget(l);
+  }
+  for (const views::RecordPageBox& box : views::kRecordPageBoxes) {
+    auto* title = new QLabel(Q(box.caption), this);
+    title->setObjectName(QStringLiteral("PageTitle_%1").arg(box.title));
+    pageTitles_[box.title] = title;
+    auto* page = new QLineEdit(this);
+    page->setObjectName(QStringLiteral("Page_%1").arg(box.box));
+    page->setReadOnly(true);
+    page->setMinimumWidth(40);
+    pages_[box.box] = page;
+    pages->addWidget(title);
+    pages->addWidget(page, 1);
+  }
+  top->addLayout(pages);
+
+  // The search strip.
+  auto* strip = new QHBoxLayout;
+  combo1_ = new QLineEdit(this);
+  combo1_->setObjectName("Combo1");
+  strip->addWidget(combo1_, 2);
+  QPushButton* command12 = NewButton(this, "Command12", QStringLiteral("▼"));
+  command12->setMaximumWidth(24);
+  strip->addWidget(command12);
+  combo_ = new QComboBox(this);
+  combo_->setObjectName("Combo");
+  combo_->setFixedWidth(1);  // only its drop-down list is seen
+  strip->addWidget(combo_);
+  command1_ = NewButton(this, "Command1", QStringLiteral("検索"));
+  label3_ = NewButton(this, "Label3", {});
+  label3_->setFlat(true);
+  label3_->setMinimumWidth(70);
+  command14_ = NewButton(this, "Command14", QStringLiteral("絞込"));
+  command15_ = NewButton(this, "Command15", QStringLiteral("解除"));
+  for (QWidget* w : {static_cast<QWidget*>(command1_), static_cast<QWidget*>(label3_),
+                     static_cast<QWidget*>(command14_), static_cast<QWidget*>(command15_)}) {
+    strip->addWidget(w);
+  }
+  strip->addStretch(1);
+  top->addLayout(strip);
+
+  // The large left pane and six on the right, each under its tab.
+  auto* body = new QHBoxLayout;
+  auto* left = new QVBoxLayout;
+  labels_[0] = nullptr;
+  panes_[1] = new platform::HtmlPane(this);
+  auto* leftTab = NewButton(this, "Label1_1", Q(views::kRecordPaneInfo[1].label));
+  labels_[1] = leftTab;
+  left->addWidget(leftTab);
+  left->addWidget(panes_[1], 1);
+  body->addLayout(left, 3);
+  auto* right = new QGridLayout;
+  for (int p = 2; p <= views::kRecordPanes; ++p) {
+    auto* tab = NewButton(this, QStringLiteral("Label1_%1").arg(p), Q(views::kRecordPaneInfo[static_cast<std::size_t>(p)].label));
+    labels_[static_cast<std::size_t>(p)] = tab;
+    panes_[static_cast<std::size_t>(p)] = new platform::HtmlPane(this);
+    const int at = (p - 2) / 2 * 2;
+    const int col = (p - 2) % 2;
+    right->addWidget(tab, at, col);
+    right->addWidget(panes_[static_cast<std::size_t>(p)], at + 1, col);
+    right->setRowStretch(at + 1, 1);
+  }
+  body->addLayout(right, 4);
+  top->addLayout(body, 1);
+  pic_ = new QLabel(Q(views::kPicNote), this);
+  pic_->setObjectName("Pic");
+  pic_->setAlignment(Qt::AlignCenter);
+  pic_->setStyleSheet("background:rgba(200,200,200,220); color:#333; font-weight:bold;");
+  pic_->hide();
+
+  auto* buttons = new QHBoxLayout;
+  const std::array<std::pair<int, QString>, 6> views = {{{3, QStringLiteral("縦横")},
+                                                         {4, QStringLiteral("目次")},
+                                                         {5, QStringLiteral("本文")},
+                                                         {6, QStringLiteral("法華")},
+                                                         {7, QStringLiteral("年表")},
+                                                         {8, QStringLiteral("辞書")}}};
+  for (const auto& [number, caption] : views) {
+    commands_[number] = NewButton(this, QStringLiteral("Command%1").arg(number), caption);
+    buttons->addWidget(commands_[number]);
+  }
+  buttons->addStretch(1);
+  top->addLayout(buttons);
+
+  platform::InputMethodOnlyInCombo1(this);
+
+  for (int p = 1; p <= views::kRecordPanes; ++p) {
+    platform::HtmlPane* pane = panes_[static_cast<std::size_t>(p)];
+    pane->setObjectName(QStringLiteral("Web_%1").arg(p));
+    connect(pane, &platform::HtmlPane::linkClicked, this, [this](const QString& href) {
+      if (!views::CancelsNavigation(U(href))) return;
+      Follow(model().LinkClick(U(href)));
+    });
+    connect(pane, &platform::HtmlPane::doubleClicked, this, [this, p] {
+      if (auto d = model().PaneDoubleClick(p)) Show(*d);
+    });
+    connect(pane, &platform::HtmlPane::keyPressed, this,
+            [this](int key, Qt::KeyboardModifiers modifiers, bool& handled) {
+              const int code = platform::KeyCode(key);
+              if (code < reader::key::kLeft || code > reader::key::kDown) return;
+              Follow(model().KeyDownAll(code, platform::ShiftState(modifiers)));
+              handled = true;
+            });
+    connect(labels_[static_cast<std::size_t>(p)], &QPushButton::clicked, this,
+            [this, p] { Follow(model().Label1Click(p)); });
+  }
+  const auto search = [this] {
+    model().Combo1 = U(combo1_->text());
+    Follow(model().Combo1Enter());
+  };
+  connect(combo1_, &QLineEdit::returnPressed, this, search);
+  connect(command1_, &QPushButton::clicked, this, [this] {
+    model().Combo1 = U(combo1_->text());
+    Follow(model().Command1(U(Selection())));
+  });
+  connect(command12, &QPushButton::clicked, this, [this] { combo_->showPopup(); });
+  connect(combo_, qOverload<int>(&QComboBox::activated), this, [this](int index) {
+    combo1_->setText(combo_->itemText(index));
+    combo1_->setFocus();
+  });
+  connect(label3_, &QPushButton::clicked, this, [this] { Follow(model().Label3Click()); });
+  connect(command14_, &QPushButton::clicked, this, [this] { Follow(model().Command14()); });
+  connect(command15_, &QPushButton::clicked, this, [this] { Follow(model().Command15()); });
+  connect(pin_, &QPushButton::toggled, this, [this](bool down) { window_.Pin = down; });
+  connect(commands_[3], &QPushButton::clicked, this, [this] { Follow(model().Command3()); });
+  connect(commands_[4], &QPushButton::clicked, this, [this] { Follow(model().Command4()); });
+  connect(commands_[5], &QPushButton::clicked, this, [this] { Follow(model().Command5()); });
+  connect(commands_[6], &QPushButton::clicked, this, [this] { Follow(model().Command6(U(Selection()))); });
+  connect(commands_[7], &QPushButton::clicked, this, [this] { Follow(model().Command7()); });
+  connect(commands_[8], &QPushButton::clicked, this, [this] { Follow(model().Command8(U(Selection()))); });
+
+  window_.onView = [this](const views::RecordDisplay& d) { Show(d); };
+  window_.onShow = [this] { show(); };
+  window_.onRaise = [this] {
+    showNormal();
+    raise();
+    activateWindow();
+  };
+  model().SetDpi(logicalDpiX());
+  resize(1100, 720);
+  if (const auto g = corpus::ReadGeometry(program_.store(), kSection)) setGeometry(g->x, g->y, g->w, g->h);
+}
+
+QString RecordForm::Selection() const {
+  QString out;
+  for (int p = 1; p <= views::kRecordPanes; ++p) out += panes_[static_cast<std::size_t>(p)]->SelectedText();
+  return out.trimmed();
+}
+
+void RecordForm::Show(const views::RecordDisplay& d) {
+  setWindowTitle(Q(d.caption));
+  const std::array<std::pair<const char*, const std::u16string*>, 10> texts = {{{"Bangou", &d.Bangou},
+                                                                                {"Text1", &d.Text1},
+                                                                                {"Text2", &d.Text2},
+                                                                                {"Text3", &d.Text3},
+                                                                                {"Text4", &d.Text4},
+                                                                                {"Text5", &d.Text5},
+                                                                                {"Text6", &d.Text6},
+                                                                                {"Text7", &d.Text7},
+                                                                                {"Text8", &d.Text8},
+                                                                                {"Text9", &d.Text9}}};
+  for (const auto& [name, text] : texts) fields_[QString::fromLatin1(name)]->setText(Q(*text));
+  for (const views::RecordPageView& page : d.pages) {
+    pages_[page.box]->setText(Q(page.text));
+    pageTitles_[page.title]->setStyleSheet("background:" + Css(page.titleColour, this) + ";");
+  }
+  for (std::size_t c = 0; c < clev_.size(); ++c) {
+    clev_[c]->setStyleSheet("background:" + Css(d.Clev[c], this) + "; border:1px solid #666;");
+  }
+  for (int p = 1; p <= views::kRecordPanes; ++p) {
+    const views::RecordPaneView& pv = d.panes[static_cast<std::size_t>(p)];
+    platform::HtmlPane* pane = panes_[static_cast<std::size_t>(p)];
+    if (pv.frame) {
+      pane->WriteFrame(Q(*pv.frame));
+      pane->SetZoom(Q(d.zoom));
+    }
+    if (pv.written) pane->SetBody(Q(pv.body));
+    if (pv.toStart) pane->ScrollTo(0, 0);
+    if (pv.clearSelection) pane->ClearSelection();
+    labels_[static_cast<std::size_t>(p)]->setStyleSheet(
+        p == d.selDown ? QStringLiteral("background:#FFFFC0; font-weight:bold;") : QString());
+  }
+  fields_[QStringLiteral("Text4")]->setStyleSheet(
+      QStringLiteral("border:1px solid #999; padding:2px; font-weight:bold; color:#0A5657; background:%1;")
+          .arg(d.selDown == 0 ? QStringLiteral("#FFFFC0") : QStringLiteral("white")));
+  // The note over the pane shown on the left.
+  picPane_ = d.PicVisible ? d.PicPane : 0;
+  PlacePic();
+  fields_[QStringLiteral("Text9")]->setVisible(d.Text9Visible);
+  label3_->setText(Q(d.Label3Text));
+  label3_->setStyleSheet("background:" + Css(d.Label3Colour, this) + "; border:1px solid #999;");
+  label3_->setEnabled(d.Label3Enabled);
+  command14_->setVisible(d.refine.Command14Visible);
+  command14_->setEnabled(d.refine.Command14Enabled);
+  command15_->setVisible(d.refine.Command15Visible);
+  command15_->setEnabled(d.refine.Command15Enabled);
+  // A view whose window this build does not have yet is not offered.
+  commands_[4]->setEnabled(d.Command4Enabled);
+  commands_[5]->setEnabled(d.Command5Enabled);
+  commands_[6]->setEnabled(program_.Builds(reader::FormKind::Form7));
+  commands_[7]->setEnabled(d.Command7Enabled && program_.Builds(reader::FormKind::Form12));
+  commands_[8]->setEnabled(program_.Builds(reader::FormKind::Form6));
+  if (!combo1_->hasFocus()) combo1_->setText(Q(model().Combo1));
+  combo_->clear();
+  for (const std::u16string& item : model().Combo) combo_->addItem(Q(item));
+}
+
+void RecordForm::PlacePic() {
+  if (picPane_ < 2 || picPane_ > views::kRecordPanes) {
+    pic_->hide();
+    return;
+  }
+  const QRect g = panes_[static_cast<std::size_t>(picPane_)]->geometry();
+  pic_->setGeometry(g.adjusted(0, views::kPicInset, -views::kPicInset, 0));
+  pic_->show();
+  pic_->raise();
+}
+
+void RecordForm::Follow(const views::RecordOutcome& outcome) {
+  using J = views::RecordOutcome::Jump;
+  if (outcome.toast && program_.toast) program_.toast(this);
+  if (outcome.openSettings) program_.OpenSettings(this);
+  if (outcome.focusSearchBox) {
+    combo1_->setFocus();
+    combo1_->selectAll();
+  }
+  if (outcome.focusPanel) setFocus();
+  if (outcome.jump == J::Contents) {
+    program_.ShowContentsAt(reader::FormKind::Form9, outcome.mpos);
+    return;
+  }
+  // A view whose window this build does not have is not reached.
+  if (outcome.jump != J::None && !program_.Builds(TargetOf(outcome.jump))) return;
+  window_.Follow(program_.navigator(), outcome);
+  if (window_.Minimized) showMinimized();
+}
+
+bool RecordForm::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonRelease) {
+    if (watched == fields_[QStringLiteral("Text4")]) {
+      Follow(model().Text4Click());
+      return true;
+    }
+    if (watched == fields_[QStringLiteral("Text9")]) {
+      if (auto d = model().Text9Click()) Show(*d);
+      return true;
+    }
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void RecordForm::keyPressEvent(QKeyEvent* event) {
+  if (focusWidget() == combo1_) {
+    QWidget::keyPressEvent(event);
+    return;
+  }
+  if (event->key() == Qt::Key_Escape && window_.CancelOnEsc) {
+    close();
+    return;
+  }
+  Follow(model().KeyDownAll(platform::KeyCode(event->key()), platform::ShiftState(event->modifiers())));
+}
+
+void RecordForm::closeEvent(QCloseEvent* event) {
+  if (!program_.Ending() && window_.Pin) {
+    event->ignore();
+    return;
+  }
+  event->accept();
+  if (!program_.Ending()) program_.Closed(window_);
+}
+
+void RecordForm::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  // Laid out after the event: the note follows its pane.
+  QTimer::singleShot(0, this, [this] { PlacePic(); });
+  SaveGeometry();
+}
+
+void RecordForm::moveEvent(QMoveEvent* event) {
+  QWidget::moveEvent(event);
+  SaveGeometry();
+}
+
+void RecordForm::SaveGeometry() {
+  if (!isVisible() || isMinimized() || isMaximized() || program_.Ending()) return;
+  const QRect g = geometry();
+  corpus::WriteGeometry(program_.store(), kSection, {g.x(), g.y(), g.width(), g.height()});
+}
+
+}  // namespace suizo::app
