@@ -8,7 +8,9 @@
 #include "app/corpus/program.h"
 #include "app/platform/input_method.h"
 #include "app/platform/keys.h"
+#include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
+#include "app/views/program_menu.h"
 #include "app/views/reader_form.h"
 #include "core/corpus/settings.h"
 
@@ -151,9 +153,18 @@ DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program
   connect(pin_, &QPushButton::toggled, this, [this](bool down) { window_.Pin = down; });
   connect(web_, &platform::HtmlPane::linkClicked, this,
           [this](const QString& href) { Follow(model().LinkClick(U(href))); });
+  connect(web_, &platform::HtmlPane::contextMenuRequested, this, [this](QPoint at) {
+    ShowProgramMenu(program_, this, web_, at, {.kind = reader::FormKind::Form6, .ParentForm = window_.ParentForm});
+  });
   connect(web_, &platform::HtmlPane::keyPressed, this,
           [this](int key, Qt::KeyboardModifiers modifiers, bool& handled) {
             const int code = platform::KeyCode(key);
+            // While the menu is open a key only closes it.
+            if (reader::PaneKeyClosesMenu(code, platform::PopupMenu::Open() != nullptr)) {
+              platform::PopupMenu::CloseMenu();
+              handled = true;
+              return;
+            }
             if (code < reader::key::kLeft || code > reader::key::kDown) return;
             Follow(model().KeyDownAll(code, platform::ShiftState(modifiers)));
             handled = true;

@@ -19,6 +19,7 @@
 #include "app/platform/qt_text.h"
 #include "app/views/balloon_help_qt.h"
 #include "app/views/bookmark_window.h"
+#include "app/views/program_menu.h"
 #include "core/corpus/profile.h"
 #include "core/corpus/settings.h"
 #include "core/reader/frame.h"
@@ -481,65 +482,8 @@ void ReaderForm::PaneKey(int pane, int qtKey, Qt::KeyboardModifiers modifiers, b
 
 // --- the pop-up menu ---
 
-namespace {
-
-// The selected text of a menu's target: a pane's selection or a box's.
-QString SelectionOf(QWidget* target) {
-  if (auto* pane = qobject_cast<platform::HtmlPane*>(target)) return pane->SelectedText();
-  if (auto* line = qobject_cast<QLineEdit*>(target)) return line->selectedText();
-  if (auto* edit = qobject_cast<QPlainTextEdit*>(target)) return edit->textCursor().selectedText();
-  return {};
-}
-
-}  // namespace
-
 void ReaderForm::ShowMenu(QWidget* target, QPoint at) {
-  const bool pane = qobject_cast<platform::HtmlPane*>(target) != nullptr;
-  reader::MenuState menu = reader::MenuShow(pane ? reader::MenuTarget::Pane : reader::MenuTarget::TextBox,
-                                            U(SelectionOf(target)), U(platform::Clipboard::Text()));
-  // A lookup in a view this build has no window for is not offered.
-  constexpr std::array<std::pair<int, reader::FormKind>, 3> kViews = {
-      {{1, reader::FormKind::Form6}, {3, reader::FormKind::Form7}, {4, reader::FormKind::Form16}}};
-  for (const auto& [item, kind] : kViews) {
-    if (!program_.Builds(kind)) menu.MenuEnabled[static_cast<std::size_t>(item)] = 0;
-  }
-  platform::PopupMenu* shown = platform::PopupMenu::ShowAt(menu, at, this);
-  const QPointer<QWidget> alive(target);
-  connect(shown, &platform::PopupMenu::chosen, this, [this, alive, menu](int n) {
-    if (alive) MenuGo(alive, menu, n);
-  });
-}
-
-void ReaderForm::MenuGo(QWidget* target, const reader::MenuState& menu, int n) {
-  const reader::MenuOwner owner{.kind = shape_.kind, .ParentForm = Family(), .Muki1 = model_.Muki1};
-  const reader::MenuChoice choice = reader::MenuGo(menu, n, U(SelectionOf(target)), owner);
-  auto* pane = qobject_cast<platform::HtmlPane*>(target);
-  if (choice.clearPaneSelection && pane != nullptr) pane->ClearSelection();
-  if (choice.kind != reader::MenuChoice::Kind::Edit) {
-    reader::RunLookup(program_.navigator(), choice);
-    return;
-  }
-  if (pane != nullptr) {
-    if (choice.execWB == reader::kExecCopy) platform::Clipboard::SetText(pane->SelectedText());
-    return;
-  }
-  auto* line = qobject_cast<QLineEdit*>(target);
-  auto* edit = qobject_cast<QPlainTextEdit*>(target);
-  switch (choice.message) {
-    case reader::kWmCut:
-      if (line) line->cut();
-      if (edit) edit->cut();
-      break;
-    case reader::kWmCopy:
-      if (line) line->copy();
-      if (edit) edit->copy();
-      break;
-    case reader::kWmPaste:
-      if (line) line->paste();
-      if (edit) edit->paste();
-      break;
-    default: break;
-  }
+  ShowProgramMenu(program_, this, target, at, {.kind = shape_.kind, .ParentForm = Family(), .Muki1 = model_.Muki1});
 }
 
 // --- double clicks and notes ---

@@ -163,7 +163,6 @@ class ReaderForm : public QWidget {
   void Search(int divMode);
   void PaneKey(int pane, int qtKey, Qt::KeyboardModifiers modifiers, bool& handled);
   void EndNoteEdit();
-  void MenuGo(QWidget* target, const reader::MenuState& menu, int n);
   void SaveGeometry();
   bool TypingIn(QWidget* w) const;
 

@@ -11,7 +11,9 @@
 #include "app/corpus/program.h"
 #include "app/platform/input_method.h"
 #include "app/platform/keys.h"
+#include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
+#include "app/views/program_menu.h"
 #include "app/views/reader_form.h"
 #include "core/corpus/settings.h"
 #include "core/views/contents.h"
@@ -186,9 +188,18 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
     connect(pane, &platform::HtmlPane::doubleClicked, this, [this, p] {
       if (auto d = model().PaneDoubleClick(p)) Show(*d);
     });
+    connect(pane, &platform::HtmlPane::contextMenuRequested, this, [this, pane](QPoint at) {
+      ShowProgramMenu(program_, this, pane, at, {.kind = reader::FormKind::Form5, .ParentForm = window_.Family()});
+    });
     connect(pane, &platform::HtmlPane::keyPressed, this,
             [this](int key, Qt::KeyboardModifiers modifiers, bool& handled) {
               const int code = platform::KeyCode(key);
+              // While the menu is open a key only closes it.
+              if (reader::PaneKeyClosesMenu(code, platform::PopupMenu::Open() != nullptr)) {
+                platform::PopupMenu::CloseMenu();
+                handled = true;
+                return;
+              }
               if (code < reader::key::kLeft || code > reader::key::kDown) return;
               Follow(model().KeyDownAll(code, platform::ShiftState(modifiers)));
               handled = true;

@@ -108,6 +108,34 @@ class DictionaryFormTest : public QObject {
     QCOMPARE(Dictionaries().size(), std::size_t{2});
     QCOMPARE(Dictionaries().back()->findChild<QLabel*>("Text4")->text(), QStringLiteral("妙法蓮華経"));
 
+    // The menu serves the dictionary's pane too: a word of the explanation
+    // searched in the writings.
+    DictionaryForm* shown = Dictionaries().front();
+    QTRY_VERIFY(!apptest::Eval(*shown->Pane(), QStringLiteral("document.body?document.body.innerText:''"))
+                     .value_or(QString())
+                     .toString()
+                     .isEmpty());
+    shown->Pane()->RunScript(QStringLiteral(
+        "var t=document.body.firstChild;while(t&&t.nodeType!==3)t=t.firstChild;var r=document.createRange();"
+        "r.setStart(t,0);r.setEnd(t,2);getSelection().removeAllRanges();getSelection().addRange(r);"));
+    QTRY_VERIFY(!shown->Pane()->SelectedText().isEmpty());
+    const QString word = shown->Pane()->SelectedText();
+    QWidget* surface = shown->Pane()->View()->focusProxy();
+    const QPoint center = surface->rect().center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, center, surface->mapToGlobal(center));
+    QApplication::sendEvent(surface, &event);
+    platform::PopupMenu* menu = platform::PopupMenu::Open();
+    QVERIFY(menu && menu->IsEnabled(2));
+    const std::size_t readers = program_->windows().OfKind(reader::FormKind::Form2).size();
+    emit menu->chosen(2);
+    menu->Close();
+    QTRY_VERIFY(program_->windows().OfKind(reader::FormKind::Form2).size() > readers);
+    bool searched = false;
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+      if (auto* form = qobject_cast<WritingsForm*>(w)) searched = searched || form->findChild<QLineEdit*>("Combo1")->text() == word;
+    }
+    QVERIFY(searched);
+
     // The arrows step through the dictionary's order.
     DictionaryForm* second = Dictionaries().back();
     const int at = second->model().Dpos;
