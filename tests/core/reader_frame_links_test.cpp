@@ -2,6 +2,7 @@
 
 #include "core/reader/frame.h"
 #include "core/reader/links.h"
+#include "core/reader/navigation.h"
 #include "core/reader/page_boxes.h"
 #include "core/text/utf16.h"
 
@@ -129,6 +130,11 @@ TEST(PageBoxes, EachCollectionInItsOwnForm) {
 TEST(PageBoxes, TakeDigitsDashAndEditingKeysOnly) {
   for (const char16_t k : std::u16string(u"0123456789-\b\x03\x16")) EXPECT_TRUE(PageBoxTakes(k)) << int(k);
   for (const char16_t k : std::u16string(u".aP \r")) EXPECT_FALSE(PageBoxTakes(k)) << int(k);
+  // The sutra's and the sources' boxes: the point instead of the dash.
+  for (const char16_t k : std::u16string(u"0123456789.\b\x03\x16")) EXPECT_TRUE(ScripturePageBoxTakes(k)) << int(k);
+  for (const char16_t k : std::u16string(u"-aP \r")) EXPECT_FALSE(ScripturePageBoxTakes(k)) << int(k);
+  EXPECT_EQ(ContentsOf(kSourcesFamily), FormKind::Form15);
+  EXPECT_EQ(ContentsOf(kWritingsFamily), FormKind::Form9);
 }
 
 }  // namespace

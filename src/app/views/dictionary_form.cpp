@@ -224,9 +224,7 @@ void DictionaryForm::Follow(const views::DictionaryOutcome& outcome) {
   }
   switch (outcome.jump) {
     case J::Contents:
-      program_.ShowContentsAt(window_.ParentForm == reader::kSourcesFamily ? reader::FormKind::Form15
-                                                                            : reader::FormKind::Form9,
-                              0);
+      program_.ShowContentsAt(reader::ContentsOf(window_.ParentForm), 0);
       return;
     case J::Back:
       program_.navigator().BackToParent(window_.ParentForm.empty() ? std::u16string(reader::kWritingsFamily)

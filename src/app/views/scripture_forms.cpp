@@ -4,6 +4,7 @@
 #include "app/platform/qt_text.h"
 #include "app/views/outline_form.h"
 #include "core/corpus/settings.h"
+#include "core/reader/page_boxes.h"
 
 namespace suizo::app {
 
@@ -70,7 +71,7 @@ reader::ReaderOutcome ScriptureForm::NoteEnd(int pane, std::u16string_view start
   return scripture_.EndNoteEdit(pane, start, text);
 }
 
-bool ScriptureForm::PageTakes(char16_t c) const { return (c >= u'0' && c <= u'9') || c == u'.'; }
+bool ScriptureForm::PageTakes(char16_t c) const { return reader::ScripturePageBoxTakes(c); }
 
 void ScriptureForm::LookUp(reader::FormKind target) {
   FocusPanel();
@@ -110,7 +111,7 @@ void SutraForm::BuildOwn() {
   // The contents of the family the reader was opened in.
   connect(ViewButton(2, QStringLiteral("目次"), 680, reader::FormKind::Form9), &QPushButton::clicked, this, [this] {
     FocusPanel();
-    program_.ShowContentsAt(Family() == reader::kSourcesFamily ? reader::FormKind::Form15 : reader::FormKind::Form9, 0);
+    program_.ShowContentsAt(reader::ContentsOf(Family()), 0);
   });
   connect(ViewButton(4, QStringLiteral("翠典"), 726, reader::FormKind::Form2), &QPushButton::clicked, this,
           [this] { LookUp(reader::FormKind::Form2); });

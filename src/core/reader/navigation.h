@@ -50,6 +50,11 @@ inline constexpr std::u16string_view kSourcesFamily = u"史料";
 inline constexpr std::u16string_view kFromWritingsContents = u"翠典元";
 inline constexpr std::u16string_view kFromSourcesContents = u"史料元";
 
+// The contents list a view of the family goes back to.
+inline FormKind ContentsOf(std::u16string_view family) {
+  return family == kSourcesFamily ? FormKind::Form15 : FormKind::Form9;
+}
+
 // The trace a jump shows in a message box when its caller gave no family.
 inline constexpr std::u16string_view kEmptyFamilyTrace = u"empty!!";
 

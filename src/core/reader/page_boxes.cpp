@@ -66,4 +66,8 @@ bool PageBoxTakes(char16_t key) {
   return (key >= u'0' && key <= u'9') || key == u'-' || key == 8 || key == 3 || key == 22;
 }
 
+bool ScripturePageBoxTakes(char16_t key) {
+  return (key >= u'0' && key <= u'9') || key == u'.' || key == 8 || key == 3 || key == 22;
+}
+
 }  // namespace suizo::reader

@@ -27,5 +27,7 @@ std::array<std::u16string, kPageBoxes.size()> PageBoxTexts(const corpus::Table& 
 // What a key does in a page box: digits, "-", Backspace, Ctrl+C and Ctrl+V
 // are taken; everything else, the point included, is dropped.
 bool PageBoxTakes(char16_t key);
+// The sutra's and the sources' boxes take the point instead of "-".
+bool ScripturePageBoxTakes(char16_t key);
 
 }  // namespace suizo::reader
