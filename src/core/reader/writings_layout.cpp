@@ -22,6 +22,20 @@ constexpr std::array<int, 11> kPaneOfTab = {1, 2, 3, 3, 3, 3, 4, 4, 5, 6, 7};
 
 LayoutRect At(int x, int y, int w, int h) { return {x, y, w, h, true}; }
 
+// Across, the four panes of both plans: the texts on the left, pane 3 and 4
+// on the right, the second row `row2Height` tall. The second row's top.
+int AcrossQuadrants(WritingsLayout& l, int row2Height) {
+  const int left = kMargin + kTab;
+  const int right = left + kLeftWidth + kMargin + kTab;
+  const int rightWidth = kDesignWidth - kMargin - right;
+  const int row2 = kStrip + kRow1 + kGap;
+  l.panes[1] = At(left, kStrip, kLeftWidth, kRow1);
+  l.panes[2] = At(left, row2, kLeftWidth, row2Height);
+  l.panes[3] = At(right, kStrip, rightWidth, kRow1);
+  l.panes[4] = At(right, row2, rightWidth, row2Height);
+  return row2;
+}
+
 }  // namespace
 
 WritingsLayout LayOutWritings(const WritingsLayoutState& s) {
@@ -32,13 +46,7 @@ WritingsLayout LayOutWritings(const WritingsLayoutState& s) {
   const int full = kDesignWidth - left - kMargin;
 
   if (s.Muki1 == 0) {
-    const int right = left + kLeftWidth + kMargin + kTab;
-    const int rightWidth = kDesignWidth - kMargin - right;
-    const int row2 = kStrip + kRow1 + kGap;
-    l.panes[1] = At(left, kStrip, kLeftWidth, kRow1);
-    l.panes[2] = At(left, row2, kLeftWidth, kRow2);
-    l.panes[3] = At(right, kStrip, rightWidth, kRow1);
-    l.panes[4] = At(right, row2, rightWidth, kRow2);
+    const int row2 = AcrossQuadrants(l, kRow2);
     int notesTop = row2 + kRow2 + kGap;
     bool notes = true;
     if (s.Gcm1 == 1 && s.GcmShow == 1) {
@@ -90,15 +98,9 @@ WritingsLayout LayOutScripture(const ScriptureLayoutState& s) {
   const int left = kMargin + kTab;
   const int full = kDesignWidth - left - kMargin;
   if (s.Muki1 == 0) {
-    const int right = left + kLeftWidth + kMargin + kTab;
-    const int rightWidth = kDesignWidth - kMargin - right;
-    const int row2 = kStrip + kRow1 + kGap;
+    // The notes row's height goes to the second row.
     const int rows = kRow2 + kNotes + kGap;
-    l.panes[1] = At(left, kStrip, kLeftWidth, kRow1);
-    l.panes[2] = At(left, row2, kLeftWidth, rows);
-    l.panes[3] = At(right, kStrip, rightWidth, kRow1);
-    l.panes[4] = At(right, row2, rightWidth, rows);
-    l.height = row2 + rows + kMargin;
+    l.height = AcrossQuadrants(l, rows) + rows + kMargin;
   } else {
     const int second = s.secondPane == 3 ? 3 : 2;
     const int height1 = s.height1 + kPix24;
