@@ -9,6 +9,7 @@
 #include "app/corpus/program.h"
 #include "app/platform/input_method.h"
 #include "app/platform/keys.h"
+#include "app/platform/kept_place.h"
 #include "app/views/balloon_help_qt.h"
 #include "core/corpus/settings.h"
 #include "app/platform/qt_text.h"
@@ -71,6 +72,7 @@ ContentsForm::ContentsForm(views::ContentsWindow& window, Program& program)
     combo1_->selectAll();
   };
   window_.onShow = [this] { show(); };
+  new platform::KeptPlace(*this, program_.store(), std::u16string(SectionOf(window_.model().kind())), [this] { return program_.Ending(); });
   balloons_ = new BalloonHelpQt(this, program_.settings());
   balloons_->WatchMouseMoves(grid_);
   balloons_->Load();
@@ -439,23 +441,13 @@ void ContentsForm::resizeEvent(QResizeEvent* event) {
   }
   ReportMetrics();
   LayOutSel();
-  SaveGeometry();
 }
 
-void ContentsForm::moveEvent(QMoveEvent* event) {
-  QWidget::moveEvent(event);
-  SaveGeometry();
-}
 
 void ContentsForm::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::ActivationChange && !isActiveWindow()) window_.Deactivate();
 }
 
-void ContentsForm::SaveGeometry() {
-  if (!isVisible() || isMinimized() || isMaximized() || program_.Ending()) return;
-  const QRect g = geometry();
-  corpus::WriteGeometry(program_.store(), SectionOf(window_.model().kind()), {g.x(), g.y(), g.width(), g.height()});
-}
 
 }  // namespace suizo::app

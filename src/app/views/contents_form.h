@@ -40,7 +40,6 @@ class ContentsForm : public QWidget {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
-  void moveEvent(QMoveEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void changeEvent(QEvent* event) override;
 
@@ -53,7 +52,6 @@ class ContentsForm : public QWidget {
   void Command(int number);
   // `KeyDownAll`: true when the key was the window's.
   bool KeyDownAll(int key, Qt::KeyboardModifiers modifiers);
-  void SaveGeometry();
   void FocusGrid();
   bool Writings() const { return window_.model().kind() == views::ContentsKind::Writings; }
 

@@ -8,6 +8,7 @@
 #include "app/corpus/program.h"
 #include "app/platform/input_method.h"
 #include "app/platform/keys.h"
+#include "app/platform/kept_place.h"
 #include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
 #include "app/views/program_menu.h"
@@ -177,6 +178,7 @@ DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program
     raise();
     activateWindow();
   };
+  new platform::KeptPlace(*this, program_.store(), std::u16string(kSection), [this] { return program_.Ending(); });
   model().SetDpi(logicalDpiX());
   resize(760, 560);
   if (const auto g = corpus::ReadGeometry(program_.store(), kSection)) setGeometry(g->x, g->y, g->w, g->h);
@@ -259,20 +261,7 @@ void DictionaryForm::closeEvent(QCloseEvent* event) {
   if (!program_.Ending()) program_.Closed(window_);
 }
 
-void DictionaryForm::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  SaveGeometry();
-}
 
-void DictionaryForm::moveEvent(QMoveEvent* event) {
-  QWidget::moveEvent(event);
-  SaveGeometry();
-}
 
-void DictionaryForm::SaveGeometry() {
-  if (!isVisible() || isMinimized() || isMaximized() || program_.Ending()) return;
-  const QRect g = geometry();
-  corpus::WriteGeometry(program_.store(), kSection, {g.x(), g.y(), g.width(), g.height()});
-}
 
 }  // namespace suizo::app

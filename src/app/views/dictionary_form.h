@@ -32,13 +32,10 @@ class DictionaryForm : public QWidget {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
-  void moveEvent(QMoveEvent* event) override;
 
  private:
   // Runs what an action asked: a redraw, the toast, or a jump.
   void Follow(const views::DictionaryOutcome& outcome);
-  void SaveGeometry();
 
   views::DictionaryWindow& window_;
   Program& program_;

@@ -11,6 +11,7 @@
 #include "app/platform/proportional_resize.h"
 #include "core/reader/reader_base.h"
 #include "core/text/utf16.h"
+#include "app/platform/kept_place.h"
 #include "app/platform/qt_text.h"
 
 namespace suizo::app {
@@ -54,6 +55,7 @@ HitListWindow::HitListWindow(search::SearchEngine& engine, reader::Highlighter& 
   if (const auto g = corpus::ReadGeometry(store_, parent_)) {
     setGeometry(g->x, g->y, g->w, g->h);
   }
+  new platform::KeptPlace(*this, store_, parent_);
   CheckOption();
 }
 
@@ -208,21 +210,8 @@ void HitListWindow::Zoom(double widthRatio) {
   web1_->SetZoom(QStringLiteral("%1%").arg(std::max(percent, 10)));
 }
 
-void HitListWindow::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  SaveGeometry();
-}
 
-void HitListWindow::moveEvent(QMoveEvent* event) {
-  QWidget::moveEvent(event);
-  SaveGeometry();
-}
 
 // `ResizeEnd`: the place is kept as it changes, a shown and normal window's.
-void HitListWindow::SaveGeometry() {
-  if (!isVisible() || isMinimized() || isMaximized()) return;
-  const QRect g = geometry();
-  corpus::WriteGeometry(store_, parent_, {g.x(), g.y(), g.width(), g.height()});
-}
 
 }  // namespace suizo::app

@@ -66,8 +66,6 @@ class HitListWindow : public QWidget {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
-  void moveEvent(QMoveEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -79,7 +77,6 @@ class HitListWindow : public QWidget {
   void PaneKey(int key, Qt::KeyboardModifiers modifiers, bool& handled);
   void LinkClick(const QString& href);
   void Zoom(double widthRatio);
-  void SaveGeometry();
 
   reader::HitList model_;
   corpus::Settings& settings_;

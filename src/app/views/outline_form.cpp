@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "app/platform/keys.h"
+#include "app/platform/kept_place.h"
 #include "app/platform/qt_text.h"
 #include "app/views/reader_form.h"
 
@@ -91,6 +92,7 @@ OutlineForm::OutlineForm(const corpus::Corpus& corpus, corpus::SettingsStore& st
   });
   connect(command2, &QPushButton::clicked, this, [this] { SutraGo(); });
   connect(command11, &QPushButton::clicked, this, [this] { hide(); });
+  new platform::KeptPlace(*this, store_, std::u16string(kSection));
   resize(kDesignWidth, kDesignHeight);
   if (const auto g = corpus::ReadGeometry(store_, kSection)) setGeometry(g->x, g->y, g->w, g->h);
 }
@@ -153,18 +155,8 @@ void OutlineForm::resizeEvent(QResizeEvent* event) {
   ReportMetrics();
   model_.Layout();
   Paint(model_.ShownGrid());
-  SaveGeometry();
 }
 
-void OutlineForm::moveEvent(QMoveEvent* event) {
-  QWidget::moveEvent(event);
-  SaveGeometry();
-}
 
-void OutlineForm::SaveGeometry() {
-  if (!isVisible() || isMinimized() || isMaximized()) return;
-  const QRect g = geometry();
-  corpus::WriteGeometry(store_, kSection, {g.x(), g.y(), g.width(), g.height()});
-}
 
 }  // namespace suizo::app

@@ -31,7 +31,6 @@ class OutlineForm : public QWidget {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
-  void moveEvent(QMoveEvent* event) override;
 
  private:
   void Show();
@@ -39,7 +38,6 @@ class OutlineForm : public QWidget {
   void Paint(int index);
   void ReportMetrics();
   void SutraGo();
-  void SaveGeometry();
 
   scripture::Outline model_;
   corpus::SettingsStore& store_;

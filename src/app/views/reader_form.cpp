@@ -15,6 +15,7 @@
 #include "app/platform/grid.h"
 #include "app/platform/input_method.h"
 #include "app/platform/keys.h"
+#include "app/platform/kept_place.h"
 #include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
 #include "app/views/balloon_help_qt.h"
@@ -96,6 +97,7 @@ void ReaderForm::Init() {
     move(g->x, g->y);
     if (g->w > 0) resize(g->w, static_cast<int>(std::lround(layout_.height * g->w / double(layout_.width))));
   }
+  new platform::KeptPlace(*this, program_.store(), std::u16string(shape_.section), [this] { return program_.Ending(); });
   balloons_ = new BalloonHelpQt(this, program_.settings());
   balloons_->Load();
 }
@@ -678,24 +680,14 @@ void ReaderForm::resizeEvent(QResizeEvent* event) {
   if (zoomed) {
     for (int p = 1; p <= shape_.panes; ++p) panes_[static_cast<std::size_t>(p)]->SetZoom(Q(reader::ZoomText(96 * scale_)));
   }
-  SaveGeometry();
 }
 
-void ReaderForm::moveEvent(QMoveEvent* event) {
-  QWidget::moveEvent(event);
-  SaveGeometry();
-}
 
 void ReaderForm::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::ActivationChange && !isActiveWindow()) window_.Deactivate();
 }
 
-void ReaderForm::SaveGeometry() {
-  if (!isVisible() || isMinimized() || isMaximized() || program_.Ending()) return;
-  const QRect g = geometry();
-  corpus::WriteGeometry(program_.store(), shape_.section, {g.x(), g.y(), g.width(), g.height()});
-}
 
 
 }  // namespace suizo::app

@@ -127,7 +127,6 @@ class ReaderForm : public QWidget {
 
   void closeEvent(QCloseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
-  void moveEvent(QMoveEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void changeEvent(QEvent* event) override;
@@ -163,7 +162,6 @@ class ReaderForm : public QWidget {
   void Search(int divMode);
   void PaneKey(int pane, int qtKey, Qt::KeyboardModifiers modifiers, bool& handled);
   void EndNoteEdit();
-  void SaveGeometry();
   bool TypingIn(QWidget* w) const;
 
   bool placing_ = false;  // a resize the form makes itself (`SkipResize`)

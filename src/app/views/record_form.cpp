@@ -11,6 +11,7 @@
 #include "app/corpus/program.h"
 #include "app/platform/input_method.h"
 #include "app/platform/keys.h"
+#include "app/platform/kept_place.h"
 #include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
 #include "app/views/program_menu.h"
@@ -239,6 +240,7 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
     raise();
     activateWindow();
   };
+  new platform::KeptPlace(*this, program_.store(), std::u16string(kSection), [this] { return program_.Ending(); });
   model().SetDpi(logicalDpiX());
   resize(1100, 720);
   if (const auto g = corpus::ReadGeometry(program_.store(), kSection)) setGeometry(g->x, g->y, g->w, g->h);
@@ -377,18 +379,8 @@ void RecordForm::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   // Laid out after the event: the note follows its pane.
   QTimer::singleShot(0, this, [this] { PlacePic(); });
-  SaveGeometry();
 }
 
-void RecordForm::moveEvent(QMoveEvent* event) {
-  QWidget::moveEvent(event);
-  SaveGeometry();
-}
 
-void RecordForm::SaveGeometry() {
-  if (!isVisible() || isMinimized() || isMaximized() || program_.Ending()) return;
-  const QRect g = geometry();
-  corpus::WriteGeometry(program_.store(), kSection, {g.x(), g.y(), g.width(), g.height()});
-}
 
 }  // namespace suizo::app

@@ -34,14 +34,12 @@ class RecordForm : public QWidget {
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
-  void moveEvent(QMoveEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   // Runs what an action asked: a redraw, the toast, a focus, or a jump.
   void Follow(const views::RecordOutcome& outcome);
   void PlacePic();
-  void SaveGeometry();
   QString Selection() const;
 
   views::RecordWindow& window_;
