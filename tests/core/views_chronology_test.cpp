@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/corpus/orders.h"
+#include "core/reader/reader_base.h"
 #include "core/text/numbers.h"
 #include "core/text/utf16.h"
 #include "core/views/chronology.h"
@@ -352,6 +353,52 @@ TEST_F(ChronologyFollow, ANewSelectionFindsTheEventAgainAndSearchesAgain) {
   n.NenSel[0] = 0;
   EXPECT_TRUE(n.FilterChanged());  // every earthquake is of 分類 0
   EXPECT_EQ(n.Srn, 0);
+}
+
+TEST_F(ChronologyFollow, ButtonsAndKeysOfTheWindowAskTheProgramForTheRest) {
+  reader::WindowRegistry windows([&](reader::FormKind) -> std::unique_ptr<reader::OpenWindow> {
+    return std::make_unique<ChronologyWindow>(c, selection, settings);
+  });
+  reader::Navigator navigator(c, windows);
+  const int work = corpus::FindContentsPlace(c, u"10154").Mpos;
+  auto& window = static_cast<ChronologyWindow&>(
+      *navigator.GoNen(u"", work, reader::kFromWritingsContents).window);
+  int views = 0;
+  window.onView = [&] { ++views; };
+
+  // 目次 goes back to the writings' list at the event's work.
+  ChronologyAction a = window.Command(2, u"", navigator);
+  EXPECT_TRUE(a.contents);
+  EXPECT_EQ(a.contentsKind, reader::FormKind::Form9);
+  EXPECT_EQ(a.contentsMpos, work);
+  EXPECT_EQ(window.model().WorkPlace(true), 0);  // the letter names no source
+
+  // From the sources' side the sources' list, at the event's source.
+  Chronology& n = window.model();
+  ASSERT_GT(PositionOf(n, 8), 0);
+  Select(n, 8);
+  window.ParentForm = reader::kFromSourcesContents;
+  a = window.Command(2, u"", navigator);
+  EXPECT_EQ(a.contentsKind, reader::FormKind::Form15);
+  EXPECT_EQ(c.SMok().Get(c.SMokOrder[static_cast<std::size_t>(a.contentsMpos)], 2), u"1");
+
+  EXPECT_TRUE(window.Command(7, u"", navigator).openFilter);
+  EXPECT_TRUE(window.KeyDownAll(reader::key::kF1, 0, navigator).openSettings);
+  EXPECT_TRUE(window.KeyDownAll(reader::key::kF, reader::key::kCtrl, navigator).focusBox);
+  EXPECT_FALSE(window.KeyDownAll(reader::key::kF, 0, navigator).handled);
+  EXPECT_FALSE(window.KeyDownAll(reader::key::kDown, 0, navigator).handled);
+  EXPECT_FALSE(window.Command(10, u"", navigator).handled);  // no mandala view yet
+  EXPECT_EQ(views, 0);  // nothing so far changed what the window shows
+
+  // Space folds and the window repaints; folded, no work is named.
+  const int generation = n.Grid().generation;
+  window.KeyDownAll(reader::key::kSpace, 0, navigator);
+  EXPECT_EQ(n.Fold, 1);
+  EXPECT_GT(n.Grid().generation, generation);
+  EXPECT_EQ(views, 1);
+  EXPECT_EQ(n.WorkPlace(false), 0);
+  window.Command(13, u"", navigator);
+  EXPECT_EQ(n.Nkey, u"8");  // opened again at the same event
 }
 
 }  // namespace

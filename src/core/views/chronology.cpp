@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/corpus/orders.h"
+#include "core/reader/reader_base.h"
 #include "core/search/compilers.h"
 #include "core/text/numbers.h"
 #include "core/text/utf16.h"
@@ -231,6 +232,7 @@ ChronologyRow Chronology::MakeRow(int row) const {
 void Chronology::Hyouji() {
   grid_ = ChronologyGrid{};
   grid_.folded = Fold == 1;
+  grid_.generation = ++generation_;
   ChronologyRow header;
   for (int c = 0; c < kNenCols; ++c) {
     if (Fold == 0 || c < kFirstDetailCol)
@@ -626,6 +628,31 @@ std::vector<ChronologyJump> Chronology::KeyDown(int keyCode) {
   return {};
 }
 
+int Chronology::WorkPlace(bool sources) const {
+  if (Fold == 1 || !Listed()) return 0;
+  const int row = NenRow(Npos);
+  if (sources) {
+    const std::u16string_view number = Field(row, nen::kSourceNo);
+    if (!text::IsNumeric(number) || Val(number) <= 0) return 0;
+    for (int m = 1; m <= corpus_.SMosMaxY; ++m) {
+      if (Val(corpus_.SMok().Get(corpus_.SMokOrder[static_cast<std::size_t>(m)],
+                                 corpus::smok::kNumber)) == Val(number)) {
+        return m;
+      }
+    }
+    return 0;
+  }
+  const double s = Val(Field(row, nen::kSysNo));
+  if (s <= 0 || s >= kFirstLinkless) return 0;
+  for (int m = 1; m <= corpus_.MosMaxY; ++m) {
+    if (Val(corpus_.Mok().Get(corpus_.MokOrder[static_cast<std::size_t>(m)],
+                              corpus::mok::kSysNo)) == s) {
+      return m;
+    }
+  }
+  return 0;
+}
+
 bool Chronology::HandCursor(int row, int col) const {
   return col == kLinkCol && OnList(row) && grid_.rows[static_cast<std::size_t>(row)].RowLink;
 }
@@ -661,14 +688,110 @@ ChronologyWindow::ChronologyWindow(corpus::Corpus& corpus, const corpus::Selecti
 void ChronologyWindow::Hyouji() {
   model_.Hyouji();
   model_.Hyouji2();
+  if (onView) onView();
 }
 
 void ChronologyWindow::Kensaku(int mode) {
   toastDue = model_.Kensaku(mode);
+  if (onView) onView();
+}
+
+void ChronologyWindow::Hyouji2() {
+  model_.Hyouji2();
+  if (onView) onView();
+}
+
+void ChronologyWindow::ShowEdit() {
+  model_.ShowEdit();
+  if (onView) onView();
 }
 
 void ChronologyWindow::FollowSelection() {
   toastDue = model_.FollowSelection();
+  if (onView) onView();
+}
+
+bool ChronologyWindow::FromSources() const {
+  return ParentForm.substr(0, reader::kSourcesFamily.size()) == reader::kSourcesFamily;
+}
+
+ChronologyAction ChronologyWindow::Command(int number, std::u16string_view selection,
+                                           reader::Navigator& navigator) {
+  ChronologyAction out{.handled = true};
+  switch (number) {
+    case 1:
+      out.toast = model_.Kensaku(0);
+      break;
+    case 2:
+      out.contents = true;
+      out.contentsKind = FromSources() ? reader::FormKind::Form15 : reader::FormKind::Form9;
+      out.contentsMpos = model_.WorkPlace(FromSources());
+      return out;
+    case 4:
+      Follow(navigator, model_.Command4());
+      break;
+    case 5:
+      Follow(navigator, model_.Command5());
+      break;
+    case 6:
+      // A reader not open yet starts at the first chapter.
+      navigator.GoKyou(u"", 0, ParentForm);
+      break;
+    case 7:
+      out.openFilter = true;
+      return out;
+    case 8:
+      navigator.GoJisho(selection, ParentForm);
+      break;
+    case 9:
+      Follow(navigator, model_.Command9());
+      break;
+    case 13:
+      model_.Command13();
+      break;
+    case 14:
+      model_.Command14();
+      break;
+    case 15:
+      model_.Command15();
+      break;
+    default:  // 注経 and 本尊 keep their places for views still to come
+      out.handled = false;
+      return out;
+  }
+  if (onView) onView();
+  return out;
+}
+
+ChronologyAction ChronologyWindow::KeyDownAll(int keyCode, int shift,
+                                              reader::Navigator& navigator) {
+  namespace key = reader::key;
+  ChronologyAction out{.handled = true};
+  switch (keyCode) {
+    case key::kF1:
+      out.openSettings = true;
+      return out;
+    case key::kF:
+      if ((shift & key::kCtrl) == 0) return {};
+      out.focusBox = true;
+      return out;
+    case key::kEnter:
+    case key::kSpace:
+    case key::kLeft:
+    case key::kRight:
+      Follow(navigator, model_.KeyDown(keyCode));
+      break;
+    default:
+      return {};  // the grid walks its rows itself
+  }
+  if (onView) onView();
+  return out;
+}
+
+void ChronologyWindow::Click(int row, int col, reader::Navigator& navigator) {
+  const std::vector<ChronologyJump> jumps = model_.Click(row, col);
+  if (onView) onView();
+  Follow(navigator, jumps);
 }
 
 void ChronologyWindow::Follow(reader::Navigator& navigator,

@@ -117,6 +117,9 @@ struct ChronologyGrid {
   int Row = 0;  // the current row; 0 before the first move
   int TopRow = 1;
   bool folded = false;
+  // Counts the rebuilds, so that a window copies the cells only when they
+  // changed and otherwise repaints the rows that moved.
+  int generation = 0;
 
   int Rows() const { return static_cast<int>(rows.size()); }
   std::u16string_view TextMatrix(int row, int col) const;
@@ -145,6 +148,19 @@ struct ChronologyJump {
   Target target = Target::Reader;
   int Mpos = 0;  // the work in the writings' or the sources' list, or 0
   int Lpos = 0;  // a row of the writings, when the event names no work
+};
+
+// What a button or key asks of the program beyond the model: the toast,
+// the dialogs, the focus, or the family's contents at a work.
+struct ChronologyAction {
+  bool handled = false;
+  bool toast = false;
+  bool openFilter = false;    // `Form14`
+  bool openSettings = false;  // `Form13`
+  bool focusBox = false;
+  bool contents = false;  // the family's contents list, at `contentsMpos` when above 0
+  reader::FormKind contentsKind = reader::FormKind::Form9;
+  int contentsMpos = 0;
 };
 
 // The rule of the row heights: each measured height of the hidden label
@@ -253,6 +269,9 @@ class Chronology {
   // A double click, `mouseY` the last place the grid reported.
   void DblClick(int col, double mouseY);
   bool HandCursor(int row, int col) const;
+  // The place of the current event's work in the writings' or the sources'
+  // list, or 0 when it names none that the list shows.
+  int WorkPlace(bool sources) const;
 
   // The selection changed and the store's orders were rebuilt: the list
   // anew, the place found again by `Nkey`, the search of the box run again.
@@ -290,6 +309,7 @@ class Chronology {
   std::vector<int> order_{0};
   ChronologyGrid grid_;
   EditBox edit_;
+  int generation_ = 0;
   std::vector<std::u16string> sw_;
   std::vector<std::pair<int, int>> sr_{{0, 0}};
   std::vector<std::uint8_t> srf_;
@@ -304,6 +324,7 @@ class ChronologyWindow : public reader::Hooked<reader::ChronologyView> {
                    const corpus::Settings& settings);
 
   Chronology& model() { return model_; }
+  const Chronology& model() const { return model_; }
   // Whether the last search found nothing: the caller shows the toast.
   bool toastDue = false;
 
@@ -314,13 +335,27 @@ class ChronologyWindow : public reader::Hooked<reader::ChronologyView> {
   void Kensaku(int mode) override;
   int Npos() const override { return model_.Npos; }
   void SetNpos(int npos) override { model_.Npos = npos; }
-  void Hyouji2() override { model_.Hyouji2(); }
-  void ShowEdit() override { model_.ShowEdit(); }
+  void Hyouji2() override;
+  void ShowEdit() override;
   std::span<const int> NenOrder() const override { return model_.NenOrder(); }
   void FollowSelection() override;
 
   // Makes the jumps a link asked for, in this window's family.
   void Follow(reader::Navigator& navigator, const std::vector<ChronologyJump>& jumps);
+
+  // The window repaints after each change a jump or the selection made.
+  std::function<void()> onView;
+
+  // Opened from the sources' side: its contents are the sources' list.
+  bool FromSources() const;
+  // A button of the window: 1 searches the box as it stands, 2 shows the
+  // family's contents, 4 to 9 and 13 to 15 as their captions say; 3 and 10
+  // lead to views this program does not have and do nothing.
+  ChronologyAction Command(int number, std::u16string_view selection, reader::Navigator& navigator);
+  // `KeyDownAll`, for the keys the grid does not walk with.
+  ChronologyAction KeyDownAll(int keyCode, int shift, reader::Navigator& navigator);
+  // A click on a cell of the grid, following a live link.
+  void Click(int row, int col, reader::Navigator& navigator);
 
  private:
   Chronology model_;
