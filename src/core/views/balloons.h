@@ -161,6 +161,12 @@ class BalloonHelp {
   // The settings dialog confirmed: set up anew, with the new font, or taken away.
   void SettingsChanged();
 
+  // A window that tells a control's balloon itself, at each display; the
+  // text lasts until the balloons are set up anew.
+  void SetToolText(std::u16string_view control, std::u16string_view text) {
+    if (tip_) tip_->SetToolText(control, text);
+  }
+
   // The form's `ToolTip` member.
   const std::optional<Tooltip>& ToolTip() const { return tip_; }
   bool Showing() const { return tip_.has_value(); }

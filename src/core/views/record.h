@@ -64,8 +64,8 @@ struct RecordPageBox {
 };
 inline constexpr std::array<RecordPageBox, 13> kRecordPageBoxes = {{
     {0, 0, u"ｼｽﾃﾑ", false, 3, 0},
-    {5, 5, u"定番", false, 5, 0},
-    {7, 7, u"新番", false, 7, 0},
+    {5, 1, u"定番", false, 5, 0},  // no collection: captions 1 and 2 are free
+    {7, 2, u"新番", false, 7, 0},
     {22, 22, u"定本", true, 22, 22},
     {23, 23, u"新定", true, 23, 23},
     {24, 24, u"縮", true, 24, 24},
