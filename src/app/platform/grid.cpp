@@ -44,6 +44,19 @@ QColor FromBgr(std::uint32_t bgr) {
                 static_cast<int>((bgr >> 16) & 0xFF));
 }
 
+QColor ColourOf(std::uint32_t colour, const QPalette& palette) {
+  if ((colour & 0x80000000u) == 0) return FromBgr(colour);
+  switch (colour & 0xFFu) {
+    case 5: return palette.color(QPalette::Base);
+    case 8: return palette.color(QPalette::Text);
+    default: return palette.color(QPalette::Button);
+  }
+}
+
+QString Css(std::uint32_t colour, const QWidget* w) {
+  return ColourOf(colour, w->palette()).name();
+}
+
 // The fixed row or column: the table's own header, so that it stands still
 // while the cells scroll, painted as cells with the grid's colours.
 class FixedHeader : public QHeaderView {
@@ -267,26 +280,26 @@ void Grid::SetColAlignment(int col, GridAlign align) {
 
 void Grid::SetBackColor(int row, int col, std::uint32_t bgr) {
   if (QTableWidgetItem* cell = Cell(row, col)) {
-    cell->setBackground(FromBgr(bgr));
+    cell->setBackground(ColourOf(bgr, palette()));
     CellChanged(row, col);
   }
 }
 
 void Grid::SetForeColor(int row, int col, std::uint32_t bgr) {
   if (QTableWidgetItem* cell = Cell(row, col)) {
-    cell->setForeground(FromBgr(bgr));
+    cell->setForeground(ColourOf(bgr, palette()));
     CellChanged(row, col);
   }
 }
 
 void Grid::SetGridBackColor(std::uint32_t bgr) {
   QPalette colours = palette();
-  colours.setColor(QPalette::Base, FromBgr(bgr));
+  colours.setColor(QPalette::Base, ColourOf(bgr, palette()));
   setPalette(colours);
 }
 
 void Grid::SetFixedBackColor(std::uint32_t bgr) {
-  fixedBack_ = FromBgr(bgr);
+  fixedBack_ = ColourOf(bgr, palette());
   top_->viewport()->update();
   side_->viewport()->update();
   corner_->update();

@@ -112,5 +112,10 @@ class Grid : public QTableWidget {
 int TwipsToPixels(double twips);
 // A colour of the program, 0xBBGGRR.
 QColor FromBgr(std::uint32_t bgr);
+// The same, or one of the system's colours (the high bit set): the window's
+// background (5) and text (8); any other stands for the button face.
+QColor ColourOf(std::uint32_t colour, const QPalette& palette);
+// As a style sheet value, in the widget's palette.
+QString Css(std::uint32_t colour, const QWidget* w);
 
 }  // namespace suizo::platform

@@ -231,6 +231,11 @@ void BalloonHelpQt::SettingsChanged() {
   Apply();
 }
 
+void BalloonHelpQt::SetText(std::u16string_view control, std::u16string_view text) {
+  model_.SetToolText(control, text);
+  Apply();
+}
+
 void BalloonHelpQt::WatchMouseMoves(QWidget* area) {
   if (area != nullptr) Watch(area);
 }

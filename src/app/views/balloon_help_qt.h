@@ -44,6 +44,9 @@ class BalloonHelpQt : public QObject {
   // The settings dialog confirmed: anew with the new font, or away.
   void SettingsChanged();
 
+  // A balloon whose text the window tells at each display.
+  void SetText(std::u16string_view control, std::u16string_view text);
+
   // Moves over this area bring the balloons back too, beside the window's
   // grids and `Picture1`, which are watched by themselves.
   void WatchMouseMoves(QWidget* area);

@@ -29,11 +29,7 @@ std::u16string_view SectionOf(views::ContentsKind kind) {
   return kind == views::ContentsKind::Writings ? u"@目次" : u"@史料目次";
 }
 
-// A colour of the program; the system's button face is a system colour.
-QString Css(std::uint32_t bgr, const QWidget* w) {
-  const QColor c = (bgr & 0x80000000u) != 0 ? w->palette().button().color() : platform::FromBgr(bgr);
-  return c.name();
-}
+using platform::Css;
 
 platform::GridAlign AlignOf(views::CellAlign a) {
   switch (a) {
@@ -45,13 +41,6 @@ platform::GridAlign AlignOf(views::CellAlign a) {
       break;
   }
   return platform::GridAlign::Centre;
-}
-
-QPushButton* Button(QWidget* parent, const char* name, const QString& caption) {
-  auto* b = new QPushButton(caption, parent);
-  b->setObjectName(name);
-  b->setFocusPolicy(Qt::NoFocus);
-  return b;
 }
 
 }  // namespace
@@ -67,10 +56,7 @@ ContentsForm::ContentsForm(views::ContentsWindow& window, Program& program)
     setGeometry(g->x, g->y, g->w, g->h);
   }
   window_.onView = [this](const views::Contents& model) { Show(model); };
-  window_.onSelectBox = [this] {
-    combo1_->setFocus();
-    combo1_->selectAll();
-  };
+  window_.onSelectBox = [this] { search_.SelectBox(); };
   window_.onShow = [this] { show(); };
   new platform::KeptPlace(*this, program_.store(), std::u16string(SectionOf(window_.model().kind())), [this] { return program_.Ending(); });
   balloons_ = new BalloonHelpQt(this, program_.settings());
@@ -94,54 +80,19 @@ void ContentsForm::Build() {
   label2_->setObjectName("Label2");
   label2_->setStyleSheet("font-size:16px; font-weight:bold; color:#0A7576;");
   strip->addWidget(label2_);
-  combo1_ = new QLineEdit(this);
-  combo1_->setObjectName("Combo1");
-  combo1_->setMinimumWidth(220);
-  strip->addWidget(combo1_, 2);
-  command12_ = Button(this, "Command12", QStringLiteral("▼"));
-  command12_->setMaximumWidth(24);
-  strip->addWidget(command12_);
-  combo_ = new QComboBox(this);
-  combo_->setObjectName("Combo");
-  combo_->setFixedWidth(1);  // only its drop-down list is seen
-  strip->addWidget(combo_);
-  command1_ = Button(this, "Command1", QStringLiteral("検索"));
-  strip->addWidget(command1_);
-  label3_ = Button(this, "Label3", {});
-  label3_->setFlat(true);
-  label3_->setMinimumWidth(70);
-  strip->addWidget(label3_);
-  command14_ = Button(this, "Command14", QStringLiteral("絞込"));
-  command15_ = Button(this, "Command15", QStringLiteral("解除"));
-  refineLevel_ = new QLabel(this);
-  refineLevel_->setObjectName("RefineLevel");
-  strip->addWidget(command14_);
-  strip->addWidget(refineLevel_);
-  strip->addWidget(command15_);
+  search_.Build(this, strip);
+  search_.AddCounter(strip);
+  search_.AddRefine(strip);
   strip->addStretch(1);
-  pin_ = Button(this, "Pin", QStringLiteral("固定"));
+  pin_ = ViewButton(this, "Pin", QStringLiteral("固定"));
   pin_->setCheckable(true);
   strip->addWidget(pin_);
   top->addLayout(strip);
 
   // The class strip, the order and the count.
   auto* classes = new QHBoxLayout;
-  picture3_ = new QWidget(this);
-  picture3_->setObjectName("Picture3");
-  auto* clevRow = new QHBoxLayout(picture3_);
-  clevRow->setContentsMargins(0, 0, 0, 0);
-  clevRow->setSpacing(2);
-  for (int c = 0; c <= 10; ++c) {
-    auto* l = new QLabel(Q(views::ClevCaption(c)), picture3_);
-    l->setObjectName(QStringLiteral("Clev_%1").arg(c));
-    l->setAlignment(Qt::AlignCenter);
-    l->setFixedSize(20, 20);
-    l->installEventFilter(this);
-    clevRow->addWidget(l);
-    clev_[static_cast<std::size_t>(c)] = l;
-  }
-  picture3_->installEventFilter(this);
-  classes->addWidget(picture3_);
+  clev_.Build(this, this);
+  classes->addWidget(clev_.picture3);
   label1_ = new QLabel(this);
   label1_->setObjectName("Label1");
   label1_->setMargin(3);
@@ -160,14 +111,19 @@ void ContentsForm::Build() {
   grid_ = new platform::Grid(this);
   grid_->setObjectName("Grid1");
   top->addWidget(grid_, 1);
-  // The two search targets lie over their header cells (`SetSel`).
+  // The two search targets lie over their header cells (`SetSel`): the
+  // switch `Sel` fills the cell, its caption `SelT` stands inset on it.
   for (int i = 0; i < 2; ++i) {
-    QPushButton* b = Button(this, i == 0 ? "Sel_0" : "Sel_1", {});
+    QPushButton* b = ViewButton(this, i == 0 ? "Sel_0" : "Sel_1", {});
     b->setCheckable(true);
     b->setStyleSheet(
         "QPushButton{border:1px solid #999; background:#CCCCCC;}"
-        "QPushButton:checked{background:#FFFFC0; font-weight:bold;}");
+        "QPushButton:checked{background:#FFFFC0;}");
     sel_[static_cast<std::size_t>(i)] = b;
+    auto* caption = new QLabel(b);
+    caption->setObjectName(QStringLiteral("SelT_%1").arg(i));
+    caption->setAlignment(Qt::AlignCenter);
+    selT_[static_cast<std::size_t>(i)] = caption;
   }
 
   // The strip of buttons to the other views, then the settings and the end.
@@ -183,7 +139,7 @@ void ContentsForm::Build() {
                                                          {11, QStringLiteral("設定")}}};
   for (const auto& [number, caption] : views) {
     const QByteArray name = "Command" + QByteArray::number(number);
-    QPushButton* b = Button(this, name.constData(), caption);
+    QPushButton* b = ViewButton(this, name.constData(), caption);
     commands_[static_cast<std::size_t>(number)] = b;
     buttons->addWidget(b);
     // The views come with their windows; until then their buttons are off.
@@ -192,7 +148,7 @@ void ContentsForm::Build() {
     connect(b, &QPushButton::clicked, this, [this, n = number] { Command(n); });
   }
   buttons->addStretch(1);
-  commands_[2] = Button(this, "Command2", QStringLiteral("終了"));
+  commands_[2] = ViewButton(this, "Command2", QStringLiteral("終了"));
   buttons->addWidget(commands_[2]);
   commands_[2]->setVisible(Writings());  // the sources' list is closed like any view
   top->addLayout(buttons);
@@ -200,29 +156,23 @@ void ContentsForm::Build() {
   // Only the search box takes Japanese input.
   platform::InputMethodOnlyInCombo1(this);
 
-  connect(combo1_, &QLineEdit::returnPressed, this, [this] {
+  connect(search_.combo1, &QLineEdit::returnPressed, this, [this] {
     FocusGrid();
     Search();
   });
-  connect(command1_, &QPushButton::clicked, this, [this] { Search(); });
-  connect(command12_, &QPushButton::clicked, this, [this] { combo_->showPopup(); });
-  connect(combo_, qOverload<int>(&QComboBox::activated), this, [this](int index) {
-    combo1_->setText(combo_->itemText(index));
-    combo1_->setFocus();
-    combo1_->end(false);
-  });
-  connect(label3_, &QPushButton::clicked, this, [this] {
+  connect(search_.command1, &QPushButton::clicked, this, [this] { Search(); });
+  connect(search_.label3, &QPushButton::clicked, this, [this] {
     const search::Outcome out = window_.model().Label3Click();
     window_.toastDue = out.toast;
     Show(window_.model());
     AfterSearch();
   });
-  connect(command14_, &QPushButton::clicked, this, [this] {
+  connect(search_.command14, &QPushButton::clicked, this, [this] {
     window_.model().Command14();
     Show(window_.model());
     FocusGrid();
   });
-  connect(command15_, &QPushButton::clicked, this, [this] {
+  connect(search_.command15, &QPushButton::clicked, this, [this] {
     window_.model().Command15();
     Show(window_.model());
     FocusGrid();
@@ -295,32 +245,21 @@ void ContentsForm::Show(const views::Contents& model) {
 
   label1_->setText(Q(s.Label1));
   label1_->setStyleSheet("background:" + Css(s.Label1Back, this) + ";");
-  picture3_->setVisible(s.ClevVisible);
-  for (int c = 0; c <= 10; ++c) {
-    clev_[static_cast<std::size_t>(c)]->setStyleSheet(
-        "background:" + Css(s.ClevBack[static_cast<std::size_t>(c)], this) + "; border:1px solid #666;");
-  }
-  label3_->setText(Q(s.Label3));
-  label3_->setStyleSheet("background:" + Css(s.Label3Back, this) + ";");
-  label3_->setEnabled(s.Label3Enabled);
+  clev_.picture3->setVisible(s.ClevVisible);
+  clev_.Paint(s.ClevBack);
+  search_.ShowCounter(s.Label3, s.Label3Back, s.Label3Enabled);
   label5_->setText(Q(s.Label5));
   label5_->setVisible(s.refine.Label5Visible || !s.refine.RefineLevelVisible);
-  command14_->setVisible(s.refine.Command14Visible);
-  command14_->setEnabled(s.refine.Command14Enabled);
-  command15_->setVisible(s.refine.Command15Visible);
-  command15_->setEnabled(s.refine.Command15Enabled);
-  refineLevel_->setVisible(s.refine.RefineLevelVisible);
-  refineLevel_->setText(Q(s.refine.RefineLevel));
+  search_.ShowRefine(s.refine);
   check1_->setVisible(s.Check1Visible);
   check1_->setChecked(s.Check1);
   check1_->setStyleSheet("background:" + Css(s.Check1Back, this) + ";");
   for (std::size_t i = 0; i < 2; ++i) {
-    sel_[i]->setText(Q(s.Sel[i].caption));
+    selT_[i]->setText(Q(s.Sel[i].caption));
+    selT_[i]->setStyleSheet(s.Sel[i].down ? QStringLiteral("font-weight:bold;") : QString());
     sel_[i]->setChecked(s.Sel[i].down);
   }
-  if (!combo1_->hasFocus()) combo1_->setText(Q(s.Combo1));
-  combo_->clear();
-  for (const std::u16string& item : s.Combo) combo_->addItem(Q(item));
+  search_.ShowBox(s.Combo1, s.Combo);
   showing_ = false;
   ReportMetrics();
   LayOutSel();
@@ -337,6 +276,9 @@ void ContentsForm::LayOutSel() {
          static_cast<double>(cell.width()), static_cast<double>(cell.height())});
     sel_[i]->setGeometry(static_cast<int>(place.Sel.left), static_cast<int>(place.Sel.top),
                          static_cast<int>(place.Sel.width), static_cast<int>(place.Sel.height));
+    selT_[i]->setGeometry(static_cast<int>(place.SelT.left - place.Sel.left),
+                          static_cast<int>(place.SelT.top - place.Sel.top),
+                          static_cast<int>(place.SelT.width), static_cast<int>(place.SelT.height));
     sel_[i]->raise();
   }
 }
@@ -349,7 +291,7 @@ void ContentsForm::ReportMetrics() {
 }
 
 void ContentsForm::Search() {
-  window_.SetCombo1(U(combo1_->text()));
+  window_.SetCombo1(U(search_.combo1->text()));
   window_.Kensaku(0);
   AfterSearch();
 }
@@ -389,10 +331,7 @@ bool ContentsForm::KeyDownAll(int key, Qt::KeyboardModifiers modifiers) {
   if (asked.redraw) Show(window_.model());
   if (asked.openReader) Command(4);
   if (asked.openSettings && openSettings) openSettings();
-  if (asked.focusBox) {
-    combo1_->setFocus();
-    combo1_->selectAll();
-  }
+  if (asked.focusBox) search_.SelectBox();
   return asked.handled;
 }
 
@@ -402,8 +341,7 @@ void ContentsForm::FocusGrid() {
 
 bool ContentsForm::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonRelease) {
-    const bool strip = watched == picture3_ || watched == label1_ ||
-                       std::find(clev_.begin(), clev_.end(), watched) != clev_.end();
+    const bool strip = clev_.Contains(watched) || watched == label1_;
     // The writings choose in the selection dialog; the sources switch
     // their order at once.
     if (strip && !window_.model().Label1Click()) {

@@ -13,6 +13,7 @@
 #include <functional>
 
 #include "app/platform/grid.h"
+#include "app/views/search_strip.h"
 #include "core/views/contents.h"
 
 namespace suizo::app {
@@ -60,22 +61,15 @@ class ContentsForm : public QWidget {
   bool showing_ = false;  // copying the model: the grid's signals are not the user's
 
   QLabel* label2_;
-  QLineEdit* combo1_;
-  QComboBox* combo_;
-  QPushButton* command12_;
-  QPushButton* command1_;
-  QPushButton* label3_;
-  QPushButton* command14_;
-  QPushButton* command15_;
-  QLabel* refineLevel_;
+  SearchStrip search_;
+  ClevStrip clev_;
   QLabel* label5_;
-  QWidget* picture3_;
-  std::array<QLabel*, 11> clev_{};
   QLabel* label1_;
   QCheckBox* check1_;
   QPushButton* pin_;
   std::array<QPushButton*, 12> commands_{};  // `Command2` to `Command11` by number
   std::array<QPushButton*, 2> sel_{};
+  std::array<QLabel*, 2> selT_{};
   platform::Grid* grid_;
   BalloonHelpQt* balloons_ = nullptr;
 };

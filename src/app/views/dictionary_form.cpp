@@ -11,6 +11,7 @@
 #include "app/platform/kept_place.h"
 #include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
+#include "app/views/balloon_help_qt.h"
 #include "app/views/program_menu.h"
 #include "app/views/reader_form.h"
 #include "core/corpus/settings.h"
@@ -23,13 +24,6 @@ using platform::U;
 namespace {
 
 constexpr std::u16string_view kSection = u"@辞書";
-
-QPushButton* NewButton(QWidget* parent, const QString& name, const QString& caption) {
-  auto* b = new QPushButton(caption, parent);
-  b->setObjectName(name);
-  b->setFocusPolicy(Qt::NoFocus);
-  return b;
-}
 
 QLabel* NewField(QWidget* parent, const char* name) {
   auto* l = new QLabel(parent);
@@ -67,7 +61,7 @@ DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program
   label1_->setObjectName("Label1");
   text2_ = NewField(this, "Text2");
   text3_ = NewField(this, "Text3");
-  pin_ = NewButton(this, "Pin", QStringLiteral("固定"));
+  pin_ = ViewButton(this, "Pin", QStringLiteral("固定"));
   pin_->setCheckable(true);
   head->addWidget(text4_, 3);
   head->addWidget(label1_, 2);
@@ -77,34 +71,20 @@ DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program
   top->addLayout(head);
 
   auto* strip = new QHBoxLayout;
-  combo1_ = new QLineEdit(this);
-  combo1_->setObjectName("Combo1");
-  strip->addWidget(combo1_, 2);
-  QPushButton* command12 = NewButton(this, "Command12", QStringLiteral("▼"));
-  command12->setMaximumWidth(24);
-  strip->addWidget(command12);
-  combo_ = new QComboBox(this);
-  combo_->setObjectName("Combo");
-  combo_->setFixedWidth(1);  // only its drop-down list is seen
-  strip->addWidget(combo_);
-  command1_ = NewButton(this, "Command1", QStringLiteral("検索"));
-  strip->addWidget(command1_);
+  search_.Build(this, strip);
   const std::array<QString, 2> targets = {QStringLiteral("見出"), QStringLiteral("解説")};
   for (std::size_t i = 0; i < sel_.size(); ++i) {
-    sel_[i] = NewButton(this, QStringLiteral("Sel_%1").arg(i), targets[i]);
+    sel_[i] = ViewButton(this, QStringLiteral("Sel_%1").arg(i), targets[i]);
     sel_[i]->setCheckable(true);
     strip->addWidget(sel_[i]);
   }
-  label3_ = NewButton(this, "Label3", {});
-  label3_->setFlat(true);
-  label3_->setMinimumWidth(70);
-  strip->addWidget(label3_);
+  search_.AddCounter(strip);
   strip->addStretch(1);
   top->addLayout(strip);
 
   auto* related = new QHBoxLayout;
   for (int i = 1; i <= views::kKanrenCount; ++i) {
-    kanren_[static_cast<std::size_t>(i)] = NewButton(this, QStringLiteral("Kanren_%1").arg(i), {});
+    kanren_[static_cast<std::size_t>(i)] = ViewButton(this, QStringLiteral("Kanren_%1").arg(i), {});
     related->addWidget(kanren_[static_cast<std::size_t>(i)]);
     connect(kanren_[static_cast<std::size_t>(i)], &QPushButton::clicked, this,
             [this, i] { Follow(model().KanrenClick(i)); });
@@ -116,9 +96,9 @@ DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program
   top->addWidget(web_, 1);
 
   auto* buttons = new QHBoxLayout;
-  command2_ = NewButton(this, "Command2", {});
-  command3_ = NewButton(this, "Command3", QStringLiteral("資料"));
-  command4_ = NewButton(this, "Command4", QStringLiteral("戻る"));
+  command2_ = ViewButton(this, "Command2", {});
+  command3_ = ViewButton(this, "Command3", QStringLiteral("資料"));
+  command4_ = ViewButton(this, "Command4", QStringLiteral("戻る"));
   buttons->addWidget(command2_);
   buttons->addWidget(command3_);
   buttons->addStretch(1);
@@ -128,26 +108,21 @@ DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program
   platform::InputMethodOnlyInCombo1(this);
 
   const auto search = [this] {
-    model().Combo1 = U(combo1_->text());
+    model().Combo1 = U(search_.combo1->text());
     window_.Kensaku(0);
     if (window_.toastDue && program_.toast) program_.toast(this);
     window_.toastDue = false;
     setFocus();
   };
-  connect(combo1_, &QLineEdit::returnPressed, this, search);
-  connect(command1_, &QPushButton::clicked, this, [this] {
-    model().Combo1 = U(combo1_->text());
+  connect(search_.combo1, &QLineEdit::returnPressed, this, search);
+  connect(search_.command1, &QPushButton::clicked, this, [this] {
+    model().Combo1 = U(search_.combo1->text());
     Follow(model().Command1(U(web_->SelectedText().trimmed())));
-  });
-  connect(command12, &QPushButton::clicked, this, [this] { combo_->showPopup(); });
-  connect(combo_, qOverload<int>(&QComboBox::activated), this, [this](int index) {
-    combo1_->setText(combo_->itemText(index));
-    combo1_->setFocus();
   });
   for (std::size_t i = 0; i < sel_.size(); ++i) {
     connect(sel_[i], &QPushButton::clicked, this, [this, i] { Follow(model().SelClick(static_cast<int>(i))); });
   }
-  connect(label3_, &QPushButton::clicked, this, [this] { Follow(model().Label3Click()); });
+  connect(search_.label3, &QPushButton::clicked, this, [this] { Follow(model().Label3Click()); });
   connect(command2_, &QPushButton::clicked, this, [this] { Follow(model().Command2()); });
   connect(command3_, &QPushButton::clicked, this, [this] { Follow(model().Command3()); });
   connect(command4_, &QPushButton::clicked, this, [this] { Follow(model().Command4()); });
@@ -159,6 +134,7 @@ DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program
   });
   connect(web_, &platform::HtmlPane::keyPressed, this,
           [this](int key, Qt::KeyboardModifiers modifiers, bool& handled) {
+            if (balloons_ != nullptr) balloons_->KeyDown();
             const int code = platform::KeyCode(key);
             // While the menu is open a key only closes it.
             if (reader::PaneKeyClosesMenu(code, platform::PopupMenu::Open() != nullptr)) {
@@ -182,6 +158,9 @@ DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program
   model().SetDpi(logicalDpiX());
   resize(760, 560);
   if (const auto g = corpus::ReadGeometry(program_.store(), kSection)) setGeometry(g->x, g->y, g->w, g->h);
+  balloons_ = new BalloonHelpQt(this, program_.settings());
+  balloons_->WatchMouseMoves(web_);
+  balloons_->Load();
 }
 
 void DictionaryForm::Show(const views::DictionaryDisplay& d) {
@@ -190,7 +169,7 @@ void DictionaryForm::Show(const views::DictionaryDisplay& d) {
   label1_->setText(Q(d.Label1));
   text2_->setText(Q(d.Text2));
   text3_->setText(Q(d.Text3));
-  text3_->setToolTip(Q(d.Text3Balloon));
+  if (balloons_ != nullptr) balloons_->SetText(u"Text3", d.Text3Balloon);
   for (int i = 1; i <= views::kKanrenCount; ++i) {
     const views::KanrenButton& k = d.Kanren[static_cast<std::size_t>(i)];
     QPushButton* b = kanren_[static_cast<std::size_t>(i)];
@@ -204,16 +183,12 @@ void DictionaryForm::Show(const views::DictionaryDisplay& d) {
   web_->SetBody(Q(d.body));
   if (d.toStart) web_->ScrollTo(0, 0);
   for (std::size_t i = 0; i < sel_.size(); ++i) sel_[i]->setChecked(static_cast<int>(i) == d.selDown);
-  label3_->setText(Q(d.Label3Text));
-  label3_->setStyleSheet("background:" + Css(d.Label3Colour, this) + "; border:1px solid #999;");
-  label3_->setEnabled(d.Label3Enabled);
+  search_.ShowCounter(d.Label3Text, d.Label3Colour, d.Label3Enabled);
   // The record has no window in this build yet.
   command3_->setEnabled(d.Command3Enabled && program_.Builds(reader::FormKind::Form5));
   command4_->setStyleSheet("background:" + Css(window_.Command4BackColor, this) + ";");
   command2_->setText(Q(window_.Command2Caption));
-  if (!combo1_->hasFocus()) combo1_->setText(Q(model().Combo1));
-  combo_->clear();
-  for (const std::u16string& item : model().Combo) combo_->addItem(Q(item));
+  search_.ShowBox(model().Combo1, model().Combo);
 }
 
 void DictionaryForm::Follow(const views::DictionaryOutcome& outcome) {
@@ -221,8 +196,7 @@ void DictionaryForm::Follow(const views::DictionaryOutcome& outcome) {
   if (outcome.toast && program_.toast) program_.toast(this);
   if (outcome.openSettings) program_.OpenSettings(this);
   if (outcome.focusSearchBox) {
-    combo1_->setFocus();
-    combo1_->selectAll();
+    search_.SelectBox();
   }
   switch (outcome.jump) {
     case J::Contents:
@@ -241,7 +215,8 @@ void DictionaryForm::Follow(const views::DictionaryOutcome& outcome) {
 }
 
 void DictionaryForm::keyPressEvent(QKeyEvent* event) {
-  if (focusWidget() == combo1_) {
+  if (balloons_ != nullptr) balloons_->KeyDown();
+  if (focusWidget() == search_.combo1) {
     QWidget::keyPressEvent(event);
     return;
   }

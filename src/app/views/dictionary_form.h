@@ -12,11 +12,13 @@
 #include <array>
 
 #include "app/platform/html_pane.h"
+#include "app/views/search_strip.h"
 #include "core/views/dictionary.h"
 
 namespace suizo::app {
 
 class Program;
+class BalloonHelpQt;
 
 class DictionaryForm : public QWidget {
   Q_OBJECT
@@ -40,12 +42,12 @@ class DictionaryForm : public QWidget {
   views::DictionaryWindow& window_;
   Program& program_;
   QLabel *text4_, *label1_, *text2_, *text3_;
-  QLineEdit* combo1_;
-  QComboBox* combo_;
-  QPushButton *command1_, *label3_, *command2_, *command3_, *command4_, *pin_;
+  SearchStrip search_;
+  QPushButton *command2_, *command3_, *command4_, *pin_;
   std::array<QPushButton*, 2> sel_{};
   std::array<QPushButton*, views::kKanrenCount + 1> kanren_{};
   platform::HtmlPane* web_;
+  BalloonHelpQt* balloons_ = nullptr;
 };
 
 }  // namespace suizo::app

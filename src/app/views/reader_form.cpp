@@ -31,11 +31,6 @@ namespace suizo::app {
 using platform::Q;
 using platform::U;
 
-QString Css(std::uint32_t bgr, const QWidget* w) {
-  const QColor c = (bgr & 0x80000000u) != 0 ? w->palette().button().color() : platform::FromBgr(bgr);
-  return c.name();
-}
-
 namespace {
 
 QString Downwards(std::u16string_view caption) {

@@ -20,6 +20,8 @@
 #include <string_view>
 #include <vector>
 
+#include "app/platform/grid.h"
+
 #include "app/platform/html_pane.h"
 #include "core/corpus/bookmarks.h"
 #include "core/corpus/settings_dialog.h"
@@ -181,8 +183,6 @@ class ReaderForm : public QWidget {
   std::array<Held, 8> held_{};
 };
 
-// A colour of the program as a style sheet value; the system's button face
-// is a system colour.
-QString Css(std::uint32_t bgr, const QWidget* w);
+using platform::Css;
 
 }  // namespace suizo::app

@@ -14,6 +14,7 @@
 #include "app/platform/kept_place.h"
 #include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
+#include "app/views/balloon_help_qt.h"
 #include "app/views/program_menu.h"
 #include "app/views/reader_form.h"
 #include "core/corpus/settings.h"
@@ -27,13 +28,6 @@ using platform::U;
 namespace {
 
 constexpr std::u16string_view kSection = u"@資料";
-
-QPushButton* NewButton(QWidget* parent, const QString& name, const QString& caption) {
-  auto* b = new QPushButton(caption, parent);
-  b->setObjectName(name);
-  b->setFocusPolicy(Qt::NoFocus);
-  return b;
-}
 
 // Which window a jump of the record needs.
 reader::FormKind TargetOf(views::RecordOutcome::Jump jump) {
@@ -80,21 +74,15 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
   }
   fields_[QStringLiteral("Text4")]->setStyleSheet(
       "background:white; border:1px solid #999; padding:2px; font-weight:bold; color:#0A5657;");
-  pin_ = NewButton(this, "Pin", QStringLiteral("固定"));
+  pin_ = ViewButton(this, "Pin", QStringLiteral("固定"));
   pin_->setCheckable(true);
   head->addWidget(pin_);
   top->addLayout(head);
 
   // The class strip and the page boxes of every series.
   auto* pages = new QHBoxLayout;
-  for (int c = 0; c <= 10; ++c) {
-    auto* l = new QLabel(Q(views::ClevCaption(c)), this);
-    l->setObjectName(QStringLiteral("Clev_%1").arg(c));
-    l->setAlignment(Qt::AlignCenter);
-    l->setFixedSize(18, 20);
-    clev_[static_cast<std::size_t>(c)] = l;
-    pages->addWidget(l);
-  }
+  clev_.Build(this, this);
+  pages->addWidget(clev_.picture3);
   for (const views::RecordPageBox& box : views::kRecordPageBoxes) {
     auto* title = new QLabel(Q(box.caption), this);
     title->setObjectName(QStringLiteral("PageTitle_%1").arg(box.title));
@@ -111,26 +99,9 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
 
   // The search strip.
   auto* strip = new QHBoxLayout;
-  combo1_ = new QLineEdit(this);
-  combo1_->setObjectName("Combo1");
-  strip->addWidget(combo1_, 2);
-  QPushButton* command12 = NewButton(this, "Command12", QStringLiteral("▼"));
-  command12->setMaximumWidth(24);
-  strip->addWidget(command12);
-  combo_ = new QComboBox(this);
-  combo_->setObjectName("Combo");
-  combo_->setFixedWidth(1);  // only its drop-down list is seen
-  strip->addWidget(combo_);
-  command1_ = NewButton(this, "Command1", QStringLiteral("検索"));
-  label3_ = NewButton(this, "Label3", {});
-  label3_->setFlat(true);
-  label3_->setMinimumWidth(70);
-  command14_ = NewButton(this, "Command14", QStringLiteral("絞込"));
-  command15_ = NewButton(this, "Command15", QStringLiteral("解除"));
-  for (QWidget* w : {static_cast<QWidget*>(command1_), static_cast<QWidget*>(label3_),
-                     static_cast<QWidget*>(command14_), static_cast<QWidget*>(command15_)}) {
-    strip->addWidget(w);
-  }
+  search_.Build(this, strip);
+  search_.AddCounter(strip);
+  search_.AddRefine(strip);
   strip->addStretch(1);
   top->addLayout(strip);
 
@@ -139,14 +110,14 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
   auto* left = new QVBoxLayout;
   labels_[0] = nullptr;
   panes_[1] = new platform::HtmlPane(this);
-  auto* leftTab = NewButton(this, "Label1_1", Q(views::kRecordPaneInfo[1].label));
+  auto* leftTab = ViewButton(this, "Label1_1", Q(views::kRecordPaneInfo[1].label));
   labels_[1] = leftTab;
   left->addWidget(leftTab);
   left->addWidget(panes_[1], 1);
   body->addLayout(left, 3);
   auto* right = new QGridLayout;
   for (int p = 2; p <= views::kRecordPanes; ++p) {
-    auto* tab = NewButton(this, QStringLiteral("Label1_%1").arg(p), Q(views::kRecordPaneInfo[static_cast<std::size_t>(p)].label));
+    auto* tab = ViewButton(this, QStringLiteral("Label1_%1").arg(p), Q(views::kRecordPaneInfo[static_cast<std::size_t>(p)].label));
     labels_[static_cast<std::size_t>(p)] = tab;
     panes_[static_cast<std::size_t>(p)] = new platform::HtmlPane(this);
     const int at = (p - 2) / 2 * 2;
@@ -171,7 +142,7 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
                                                          {7, QStringLiteral("年表")},
                                                          {8, QStringLiteral("辞書")}}};
   for (const auto& [number, caption] : views) {
-    commands_[number] = NewButton(this, QStringLiteral("Command%1").arg(number), caption);
+    commands_[number] = ViewButton(this, QStringLiteral("Command%1").arg(number), caption);
     buttons->addWidget(commands_[number]);
   }
   buttons->addStretch(1);
@@ -194,6 +165,7 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
     });
     connect(pane, &platform::HtmlPane::keyPressed, this,
             [this](int key, Qt::KeyboardModifiers modifiers, bool& handled) {
+              if (balloons_ != nullptr) balloons_->KeyDown();
               const int code = platform::KeyCode(key);
               // While the menu is open a key only closes it.
               if (reader::PaneKeyClosesMenu(code, platform::PopupMenu::Open() != nullptr)) {
@@ -209,22 +181,17 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
             [this, p] { Follow(model().Label1Click(p)); });
   }
   const auto search = [this] {
-    model().Combo1 = U(combo1_->text());
+    model().Combo1 = U(search_.combo1->text());
     Follow(model().Combo1Enter());
   };
-  connect(combo1_, &QLineEdit::returnPressed, this, search);
-  connect(command1_, &QPushButton::clicked, this, [this] {
-    model().Combo1 = U(combo1_->text());
+  connect(search_.combo1, &QLineEdit::returnPressed, this, search);
+  connect(search_.command1, &QPushButton::clicked, this, [this] {
+    model().Combo1 = U(search_.combo1->text());
     Follow(model().Command1(U(Selection())));
   });
-  connect(command12, &QPushButton::clicked, this, [this] { combo_->showPopup(); });
-  connect(combo_, qOverload<int>(&QComboBox::activated), this, [this](int index) {
-    combo1_->setText(combo_->itemText(index));
-    combo1_->setFocus();
-  });
-  connect(label3_, &QPushButton::clicked, this, [this] { Follow(model().Label3Click()); });
-  connect(command14_, &QPushButton::clicked, this, [this] { Follow(model().Command14()); });
-  connect(command15_, &QPushButton::clicked, this, [this] { Follow(model().Command15()); });
+  connect(search_.label3, &QPushButton::clicked, this, [this] { Follow(model().Label3Click()); });
+  connect(search_.command14, &QPushButton::clicked, this, [this] { Follow(model().Command14()); });
+  connect(search_.command15, &QPushButton::clicked, this, [this] { Follow(model().Command15()); });
   connect(pin_, &QPushButton::toggled, this, [this](bool down) { window_.Pin = down; });
   connect(commands_[3], &QPushButton::clicked, this, [this] { Follow(model().Command3()); });
   connect(commands_[4], &QPushButton::clicked, this, [this] { Follow(model().Command4()); });
@@ -244,6 +211,8 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
   model().SetDpi(logicalDpiX());
   resize(1100, 720);
   if (const auto g = corpus::ReadGeometry(program_.store(), kSection)) setGeometry(g->x, g->y, g->w, g->h);
+  balloons_ = new BalloonHelpQt(this, program_.settings());
+  balloons_->Load();
 }
 
 QString RecordForm::Selection() const {
@@ -269,9 +238,7 @@ void RecordForm::Show(const views::RecordDisplay& d) {
     pages_[page.box]->setText(Q(page.text));
     pageTitles_[page.title]->setStyleSheet("background:" + Css(page.titleColour, this) + ";");
   }
-  for (std::size_t c = 0; c < clev_.size(); ++c) {
-    clev_[c]->setStyleSheet("background:" + Css(d.Clev[c], this) + "; border:1px solid #666;");
-  }
+  clev_.Paint(d.Clev);
   for (int p = 1; p <= views::kRecordPanes; ++p) {
     const views::RecordPaneView& pv = d.panes[static_cast<std::size_t>(p)];
     platform::HtmlPane* pane = panes_[static_cast<std::size_t>(p)];
@@ -292,22 +259,15 @@ void RecordForm::Show(const views::RecordDisplay& d) {
   picPane_ = d.PicVisible ? d.PicPane : 0;
   PlacePic();
   fields_[QStringLiteral("Text9")]->setVisible(d.Text9Visible);
-  label3_->setText(Q(d.Label3Text));
-  label3_->setStyleSheet("background:" + Css(d.Label3Colour, this) + "; border:1px solid #999;");
-  label3_->setEnabled(d.Label3Enabled);
-  command14_->setVisible(d.refine.Command14Visible);
-  command14_->setEnabled(d.refine.Command14Enabled);
-  command15_->setVisible(d.refine.Command15Visible);
-  command15_->setEnabled(d.refine.Command15Enabled);
+  search_.ShowCounter(d.Label3Text, d.Label3Colour, d.Label3Enabled);
+  search_.ShowRefine(d.refine);
   // A view whose window this build does not have yet is not offered.
   commands_[4]->setEnabled(d.Command4Enabled);
   commands_[5]->setEnabled(d.Command5Enabled);
   commands_[6]->setEnabled(program_.Builds(reader::FormKind::Form7));
   commands_[7]->setEnabled(d.Command7Enabled && program_.Builds(reader::FormKind::Form12));
   commands_[8]->setEnabled(program_.Builds(reader::FormKind::Form6));
-  if (!combo1_->hasFocus()) combo1_->setText(Q(model().Combo1));
-  combo_->clear();
-  for (const std::u16string& item : model().Combo) combo_->addItem(Q(item));
+  search_.ShowBox(model().Combo1, model().Combo);
 }
 
 void RecordForm::PlacePic() {
@@ -325,10 +285,7 @@ void RecordForm::Follow(const views::RecordOutcome& outcome) {
   using J = views::RecordOutcome::Jump;
   if (outcome.toast && program_.toast) program_.toast(this);
   if (outcome.openSettings) program_.OpenSettings(this);
-  if (outcome.focusSearchBox) {
-    combo1_->setFocus();
-    combo1_->selectAll();
-  }
+  if (outcome.focusSearchBox) search_.SelectBox();
   if (outcome.focusPanel) setFocus();
   if (outcome.jump == J::Contents) {
     program_.ShowContentsAt(reader::FormKind::Form9, outcome.mpos);
@@ -342,6 +299,10 @@ void RecordForm::Follow(const views::RecordOutcome& outcome) {
 
 bool RecordForm::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonRelease) {
+    if (clev_.Contains(watched)) {
+      program_.OpenSelection(this);
+      return true;
+    }
     if (watched == fields_[QStringLiteral("Text4")]) {
       Follow(model().Text4Click());
       return true;
@@ -355,7 +316,8 @@ bool RecordForm::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void RecordForm::keyPressEvent(QKeyEvent* event) {
-  if (focusWidget() == combo1_) {
+  if (balloons_ != nullptr) balloons_->KeyDown();
+  if (focusWidget() == search_.combo1) {
     QWidget::keyPressEvent(event);
     return;
   }

@@ -13,11 +13,13 @@
 #include <map>
 
 #include "app/platform/html_pane.h"
+#include "app/views/search_strip.h"
 #include "core/views/record.h"
 
 namespace suizo::app {
 
 class Program;
+class BalloonHelpQt;
 
 class RecordForm : public QWidget {
   Q_OBJECT
@@ -47,15 +49,15 @@ class RecordForm : public QWidget {
   std::map<QString, QLabel*> fields_;  // `Bangou`, `Text1` to `Text9` by name
   std::map<int, QLineEdit*> pages_;    // `Page(box)`
   std::map<int, QLabel*> pageTitles_;  // `PageTitle(title)`
-  std::array<QLabel*, 11> clev_{};
+  ClevStrip clev_;
   std::array<QPushButton*, views::kRecordPanes + 1> labels_{};  // `Text4` (0) and `Label1(1..7)`
   std::array<platform::HtmlPane*, views::kRecordPanes + 1> panes_{};
   QLabel* pic_;
-  QLineEdit* combo1_;
-  QComboBox* combo_;
-  QPushButton *command1_, *label3_, *command14_, *command15_, *pin_;
+  SearchStrip search_;
+  QPushButton* pin_;
   std::map<int, QPushButton*> commands_;
   int picPane_ = 0;
+  BalloonHelpQt* balloons_ = nullptr;
 };
 
 }  // namespace suizo::app

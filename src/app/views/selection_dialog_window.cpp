@@ -1,15 +1,14 @@
 #include "app/views/selection_dialog_window.h"
 
-#include <QCursor>
 #include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QResizeEvent>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
 
+#include "app/platform/dialog_place.h"
 #include "app/platform/proportional_resize.h"
 #include "app/views/balloon_help_qt.h"
 #include "core/corpus/settings_dialog.h"
@@ -141,7 +140,7 @@ bool SelectionDialogWindow::event(QEvent* event) {
   // On activation the pointer stands on "確定": Enter or a click confirms.
   if (event->type() == QEvent::WindowActivate && !pointerMoved_) {
     pointerMoved_ = true;
-    QCursor::setPos(command1_->mapToGlobal(command1_->rect().center()));
+    platform::PointerOn(*command1_);
   }
   return QDialog::event(event);
 }
@@ -150,25 +149,9 @@ void SelectionDialogWindow::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   pointerMoved_ = false;
   cancelled_ = false;
-  CentreOnOpener();
+  platform::CentreOnOpener(*this, opener_);
 }
 
-void SelectionDialogWindow::CentreOnOpener() {
-  if (!opener_) return;
-  QWidget* target = opener_->findChild<QWidget*>(QStringLiteral("Picture3"));
-  if (target == nullptr || !target->isVisible()) target = opener_;
-  const QPoint centre = target->mapToGlobal(target->rect().center());
-  QRect place(QPoint(0, 0), frameGeometry().size());
-  place.moveCenter(centre);
-  if (const QScreen* screen = target->screen()) {
-    const QRect area = screen->availableGeometry();
-    place.moveLeft(
-        std::clamp(place.left(), area.left(), std::max(area.left(), area.right() - place.width())));
-    place.moveTop(
-        std::clamp(place.top(), area.top(), std::max(area.top(), area.bottom() - place.height())));
-  }
-  move(place.topLeft());
-}
 
 void SelectionDialogWindow::resizeEvent(QResizeEvent* event) {
   QDialog::resizeEvent(event);

@@ -47,7 +47,6 @@ class SelectionDialogWindow : public QDialog {
   void Fill();
   void Read();
   void Command1();
-  void CentreOnOpener();
 
   corpus::Corpus& corpus_;
   corpus::Selection& selection_;
