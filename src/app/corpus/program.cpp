@@ -11,6 +11,7 @@
 #include "app/platform/yes_no.h"
 #include "app/views/balloon_help_qt.h"
 #include "app/views/selection_dialog_window.h"
+#include "app/views/chronology_form.h"
 #include "app/views/contents_form.h"
 #include "app/views/dictionary_form.h"
 #include "app/views/record_form.h"
@@ -100,6 +101,17 @@ class DictionaryEntry : public views::DictionaryWindow {
   std::unique_ptr<DictionaryForm> form_;
 };
 
+// The chronology with its form.
+class ChronologyEntry : public views::ChronologyWindow {
+ public:
+  explicit ChronologyEntry(Program& program)
+      : views::ChronologyWindow(program.corpus(), program.selection(), program.settings()),
+        form_(std::make_unique<ChronologyForm>(*this, program)) {}
+
+ private:
+  std::unique_ptr<ChronologyForm> form_;
+};
+
 }  // namespace
 
 Program::Program(std::filesystem::path dataPath, corpus::SettingsStore& store,
@@ -129,6 +141,7 @@ std::unique_ptr<reader::OpenWindow> Program::MakeWindow(reader::FormKind kind) {
     case reader::FormKind::Form7: return std::make_unique<SutraReaderWindow>(*this);
     case reader::FormKind::Form16: return std::make_unique<SourcesReaderWindow>(*this);
     case reader::FormKind::Form5: return std::make_unique<DocumentRecordWindow>(*this);
+    case reader::FormKind::Form12: return std::make_unique<ChronologyEntry>(*this);
     case reader::FormKind::Form6: {
       // Made at the first lookup: its patterns are kept for every later one.
       if (!lookup_) lookup_ = std::make_unique<views::DictionaryLookup>(*corpus_, settings_.Itaiji);
@@ -147,7 +160,8 @@ bool Program::Builds(reader::FormKind kind) const {
     case reader::FormKind::Form16:
     case reader::FormKind::Form8:
     case reader::FormKind::Form6:
-    case reader::FormKind::Form5: return true;
+    case reader::FormKind::Form5:
+    case reader::FormKind::Form12: return true;
     default: return false;
   }
 }

@@ -12,6 +12,7 @@
 #include "app/views/record_form.h"
 #include "app/views/writings_form.h"
 #include "app_test.h"
+#include "started_program.h"
 #include "core/corpus/settings.h"
 #include "core/text/utf16.h"
 #include "pane_eval.h"
@@ -55,10 +56,8 @@ class RecordFormTest : public QObject {
   void initTestCase() {
     QVERIFY(data_.isValid());
     std::filesystem::copy(SUIZO_SAMPLE_DIR, Path(), std::filesystem::copy_options::recursive);
-    program_ = std::make_unique<Program>(Path(), settings_, u"0.1.0");
-    program_->showError = [](const QString& message) { QFAIL(qPrintable(message)); };
-    program_->toast = [](QWidget*) {};
-    QVERIFY(program_->Start());
+    program_ = apptest::StartedProgram(Path(), settings_);
+    QVERIFY(program_);
   }
 
   void cleanupTestCase() {

@@ -15,6 +15,7 @@
 #include "app/views/scripture_forms.h"
 #include "app/views/writings_form.h"
 #include "app_test.h"
+#include "started_program.h"
 #include "core/corpus/orders.h"
 #include "core/corpus/schema.h"
 #include "core/corpus/settings.h"
@@ -36,13 +37,7 @@ class ScriptureFormsTest : public QObject {
 
   std::filesystem::path Path() const { return data_.path().toStdString(); }
 
-  std::unique_ptr<Program> Started() {
-    auto program = std::make_unique<Program>(Path(), settings_, u"0.1.0");
-    program->showError = [](const QString& message) { QFAIL(qPrintable(message)); };
-    program->toast = [](QWidget*) {};
-    if (!program->Start()) return nullptr;
-    return program;
-  }
+  std::unique_ptr<Program> Started() { return apptest::StartedProgram(Path(), settings_); }
 
   // The form of the window of `kind` made last.
   template <class Form>

@@ -21,6 +21,7 @@
 #include "core/views/selection_dialog.h"
 #include "app/views/writings_form.h"
 #include "app_test.h"
+#include "started_program.h"
 #include "pane_eval.h"
 #include "core/corpus/orders.h"
 #include "core/corpus/profile.h"
@@ -42,13 +43,7 @@ class WritingsFormTest : public QObject {
 
   std::filesystem::path Path() const { return data_.path().toStdString(); }
 
-  std::unique_ptr<Program> Started() {
-    auto program = std::make_unique<Program>(Path(), settings_, u"0.1.0");
-    program->showError = [](const QString& message) { QFAIL(qPrintable(message)); };
-    program->toast = [](QWidget*) {};
-    if (!program->Start()) return nullptr;
-    return program;
-  }
+  std::unique_ptr<Program> Started() { return apptest::StartedProgram(Path(), settings_); }
 
   // The reader made last.
   WritingsForm* Reader() const {
@@ -111,7 +106,7 @@ class WritingsFormTest : public QObject {
     ContentsForm& contents = *program_->contents();
     auto* grid = Control<platform::Grid>(contents, "Grid1");
     QVERIFY(Control<QPushButton>(contents, "Command4")->isEnabled());
-    QVERIFY(!Control<QPushButton>(contents, "Command7")->isEnabled());  // the chronology has no window yet
+    QVERIFY(Control<QPushButton>(contents, "Command7")->isEnabled());
     contents.activateWindow();
 
     // Enter on the third document's row.
