@@ -1,44 +1,103 @@
-// Takes pictures of the windows on a data folder, for a person to look at:
-// suizo-screenshots DATA_DIR OUT_DIR. The user's settings are not touched.
+// A walk through the program as a scholar would take it, with a picture of
+// each step: suizo-screenshots DATA_DIR OUT_DIR. It presses the windows' own
+// buttons where it can and calls the program where a pointer would be needed.
+// The user's settings are not touched. It ends as the user ends the program,
+// and fails when a step does not bring up the window it should.
 #include <QApplication>
+#include <QCheckBox>
+#include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 
 #include "app/corpus/program.h"
-#include "app/corpus/settings_dialog_window.h"
+#include "app/platform/qt_text.h"
 #include "app/platform/web_engine_setup.h"
+#include "app/views/chronology_form.h"
 #include "app/views/contents_form.h"
-#include "app/views/selection_dialog_window.h"
-#include "app/views/dictionary_form.h"
 #include "app/views/outline_form.h"
-#include "app/views/record_form.h"
-#include "app/views/reader_form.h"
 #include "app/views/scripture_forms.h"
-#include "app/views/writings_form.h"
-#include "core/reader/writings_window.h"
 #include "core/corpus/settings.h"
 
 namespace {
 
-void Settle() {
-  for (int i = 0; i < 20; ++i) QApplication::processEvents();
-}
+QString out;
+int step = 0;
+bool ok = true;
 
-bool Save(QWidget& window, const QString& file) {
-  Settle();
-  return window.grab().save(file);
-}
-
-// The panes load and paint in the browser's own time.
-bool SaveAfterPanes(QWidget& window, const QString& file) {
+void Settle(int ms = 0) {
   QElapsedTimer waited;
   waited.start();
-  while (waited.elapsed() < 1500) QApplication::processEvents(QEventLoop::AllEvents, 50);
-  return Save(window, file);
+  do {
+    QApplication::processEvents(QEventLoop::AllEvents, 50);
+  } while (waited.elapsed() < ms);
+}
+
+void Fail(const char* what) {
+  std::fprintf(stderr, "step %d: %s\n", step + 1, what);
+  ok = false;
+}
+
+// The picture of a window; the panes load and paint in the browser's time.
+void Shoot(QWidget* window, const char* name, int settleMs = 1500) {
+  ++step;
+  if (window == nullptr || !window->isVisible()) {
+    Fail(name);
+    return;
+  }
+  Settle(settleMs);
+  const QString file = QStringLiteral("%1/%2-%3.png").arg(out).arg(step, 2, 10, QChar('0')).arg(name);
+  if (!window->grab().save(file)) Fail("the picture could not be written");
+  std::printf("%s\n", qPrintable(file));
+}
+
+// The visible top-level window with this object name that came last.
+QWidget* Window(const char* name) {
+  QWidget* found = nullptr;
+  for (QWidget* w : QApplication::topLevelWidgets()) {
+    if (w->objectName() == QLatin1String(name) && w->isVisible()) found = w;
+  }
+  return found;
+}
+
+void Press(QWidget* window, const char* button) {
+  auto* b = window != nullptr ? window->findChild<QPushButton*>(QLatin1String(button)) : nullptr;
+  if (b == nullptr || !b->isEnabled()) {
+    Fail(button);
+    return;
+  }
+  b->click();
+  Settle();
+}
+
+void Type(QWidget* window, const QString& text) {
+  auto* box = window != nullptr ? window->findChild<QLineEdit*>(QStringLiteral("Combo1")) : nullptr;
+  if (box == nullptr) return Fail("no search box");
+  box->setText(text);
+  QMetaObject::invokeMethod(box, "returnPressed");
+  Settle();
+}
+
+// A modal dialog: `act` runs on it once it is up, before `open` returns.
+void WithDialog(const std::function<void()>& open, const std::function<void(QDialog&)>& act) {
+  auto* timer = new QTimer;
+  timer->setInterval(50);
+  QObject::connect(timer, &QTimer::timeout, [timer, act] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr || !dialog->isVisible()) return;
+    timer->stop();
+    timer->deleteLater();
+    act(*dialog);
+  });
+  timer->start();
+  open();
 }
 
 }  // namespace
@@ -50,104 +109,104 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: suizo-screenshots DATA_DIR OUT_DIR\n");
     return 2;
   }
-  const QString out = QString::fromLocal8Bit(argv[2]);
+  out = QString::fromLocal8Bit(argv[2]);
   QDir().mkpath(out);
   suizo::corpus::MemorySettings store;
   suizo::app::Program program(std::filesystem::path(argv[1]), store, u"" SUIZO_VERSION_U16);
   if (!program.Start()) return 2;
-  suizo::app::ContentsForm& contents = *program.contents();
-  contents.setGeometry(20, 20, 1000, 660);
 
-  bool ok = Save(contents, out + "/Form9.png");
-  // A title searched by its reading, as a scholar would first try.
+  // The start: the writings' contents.
+  QWidget* contents = Window("Form9");
+  if (contents != nullptr) contents->setGeometry(20, 20, 1000, 660);
+  Shoot(contents, "start", 300);
+
+  // The contents: another collection, then a title by its reading.
+  WithDialog([&] { program.OpenSelection(contents); },
+             [&](QDialog& dialog) {
+               if (auto* teihon = dialog.findChild<QRadioButton*>(QStringLiteral("Option1_1"))) teihon->click();
+               Shoot(&dialog, "contents-collection", 300);
+               Press(&dialog, "Command1");
+             });
+  Shoot(contents, "contents-teihon", 300);
   const int row = program.corpus().MokOrder[std::min(3, program.corpus().MosMaxY)];
-  contents.window().SetCombo1(program.corpus().Mok().Get(row, 25).substr(0, 3));
-  contents.window().Kensaku(0);
-  ok = Save(contents, out + "/Form9-search.png") && ok;
+  Type(contents, suizo::platform::Q(program.corpus().Mok().Get(row, 25).substr(0, 3)));
+  Shoot(contents, "contents-search", 300);
 
-  suizo::app::SelectionDialogWindow selection(program.corpus(), program.selection(),
-                                              program.windows(), program.settings(), store,
-                                              &contents);
-  selection.show();
-  ok = Save(selection, out + "/Form3.png") && ok;
-  selection.reject();
+  // The reader of the found document, across and then down.
+  Press(contents, "Command4");
+  QWidget* reader = Window("Form2");
+  if (reader != nullptr) reader->move(20, 20);
+  Shoot(reader, "reader-horizontal");
+  Press(reader, "Command3");
+  Shoot(reader, "reader-vertical");
+  Press(reader, "Command3");
 
-  suizo::app::SettingsDialogWindow settings(program.settings(), store, u"" SUIZO_VERSION_U16,
-                                            &contents);
-  settings.show();
-  ok = Save(settings, out + "/Form13.png") && ok;
-  settings.reject();
+  // A search in the reader and its list of hits.
+  Type(reader, QStringLiteral("衆生"));
+  Shoot(reader, "search");
+  Press(reader, "Command2");
+  Shoot(Window("Form4"), "search-hit-list");
 
-  // The reader on a search with hits, across and then down.
-  using suizo::reader::WritingsWindow;
-  const auto jump = program.navigator().GoHonbun(u"衆生", 0, 0, suizo::search::Method::And, 0,
-                                                  suizo::reader::kWritingsFamily);
-  if (auto* reader = dynamic_cast<WritingsWindow*>(jump.window)) {
-    for (QWidget* w : QApplication::topLevelWidgets()) {
-      auto* writings = qobject_cast<suizo::app::WritingsForm*>(w);
-      if (writings == nullptr || &writings->window() != reader) continue;
-      writings->move(20, 20);
-      ok = SaveAfterPanes(*writings, out + "/Form2-horizontal.png") && ok;
-      writings->Apply(writings->reader().Command3(1000000));
-      ok = SaveAfterPanes(*writings, out + "/Form2-vertical.png") && ok;
-    }
-  } else {
-    ok = false;
-  }
+  // The dictionary on the document's title, then the record.
+  Press(reader, "Command8");
+  Shoot(Window("Form6"), "dictionary");
+  Press(reader, "Command5");
+  QWidget* record = Window("Form5");
+  Shoot(record, "record");
 
-  // The sutra and the sources, across and down.
-  const auto shoot = [&](const suizo::reader::JumpOutcome& jump, const QString& name) {
-    for (QWidget* w : QApplication::topLevelWidgets()) {
-      auto* form = qobject_cast<suizo::app::ReaderForm*>(w);
-      if (form == nullptr || &form->textView() != jump.window) continue;
-      form->move(20, 20);
-      ok = SaveAfterPanes(*form, out + "/" + name + "-horizontal.png") && ok;
-      form->KeyDownAll(Qt::Key_Space, Qt::NoModifier);
-      ok = SaveAfterPanes(*form, out + "/" + name + "-vertical.png") && ok;
-      return;
-    }
-    ok = false;
-  };
-  shoot(program.navigator().GoKyou(u"", 212, suizo::reader::kWritingsFamily), "Form7");
-  // The outlines of the sutra reader's row, broad and fine.
-  for (QWidget* w : QApplication::topLevelWidgets()) {
-    auto* sutra = qobject_cast<suizo::app::SutraForm*>(w);
-    if (sutra == nullptr) continue;
+  // The chronology at the document's event, folded, and its kinds.
+  Press(record, "Command7");
+  QWidget* chronology = Window("Form12");
+  if (chronology != nullptr) chronology->move(30, 30);
+  Shoot(chronology, "chronology", 300);
+  Press(chronology, "Command13");
+  Shoot(chronology, "chronology-folded", 300);
+  Press(chronology, "Command13");
+  WithDialog([&] { Press(chronology, "Command7"); },
+             [&](QDialog& dialog) {
+               if (auto* told = dialog.findChild<QCheckBox*>(QStringLiteral("Check2_0"))) told->click();
+               Shoot(&dialog, "chronology-kinds", 300);
+               Press(&dialog, "Command1");
+             });
+  Shoot(chronology, "chronology-filtered", 300);
+
+  // The sutra from the chronology, with its outline.
+  Press(chronology, "Command6");
+  auto* sutra = qobject_cast<suizo::app::SutraForm*>(Window("Form7"));
+  Shoot(sutra, "sutra");
+  if (sutra != nullptr) {
     sutra->OpenOutline(0);
-    sutra->Outline()->move(40, 40);
-    ok = Save(*sutra->Outline(), out + "/Form8-souka.png") && ok;
-    sutra->OpenOutline(1);
-    ok = Save(*sutra->Outline(), out + "/Form8-kamon.png") && ok;
+    if (sutra->Outline() != nullptr) sutra->Outline()->move(40, 40);
+    Shoot(sutra->Outline(), "sutra-outline", 300);
   }
-  shoot(program.navigator().GoShiryou(u"寺", 0, 0, suizo::search::Method::And, 0, suizo::reader::kSourcesFamily),
-        "Form16");
 
-  // The dictionary on a selection longer than its entry.
-  const auto entry = program.navigator().GoJisho(u"法華経を", suizo::reader::kWritingsFamily);
+  // The sources: their list from the writings' contents, then a source.
+  Press(contents, "Command9");
+  QWidget* sources = Window("Form15");
+  if (sources != nullptr) sources->setGeometry(40, 40, 1000, 660);
+  Shoot(sources, "sources-contents", 300);
+  Press(sources, "Command4");
+  Shoot(Window("Form16"), "sources-reader");
+
+  // Bookmarks of the writings' reader, then the settings.
+  WithDialog([&] { Press(reader, "BMark"); },
+             [&](QDialog& dialog) {
+               Shoot(&dialog, "bookmarks", 300);
+               dialog.reject();
+             });
+  WithDialog([&] { Press(contents, "Command11"); },
+             [&](QDialog& dialog) {
+               Shoot(&dialog, "settings", 300);
+               dialog.reject();
+             });
+
+  // The end, by the contents' own button: every window goes.
+  Press(contents, "Command2");
+  Settle(300);
+  ++step;
   for (QWidget* w : QApplication::topLevelWidgets()) {
-    auto* form = qobject_cast<suizo::app::DictionaryForm*>(w);
-    if (form == nullptr || &form->window() != entry.window) continue;
-    form->move(40, 40);
-    ok = SaveAfterPanes(*form, out + "/Form6.png") && ok;
+    if (w->isVisible() && w->isWindow()) Fail(qPrintable(QStringLiteral("still open at the end: ") + w->objectName()));
   }
-
-  // The record of the third document.
-  const auto record = program.navigator().GoMok(u"", 3, suizo::reader::kWritingsFamily);
-  for (QWidget* w : QApplication::topLevelWidgets()) {
-    auto* form = qobject_cast<suizo::app::RecordForm*>(w);
-    if (form == nullptr || &form->window() != record.window) continue;
-    form->move(30, 30);
-    ok = SaveAfterPanes(*form, out + "/Form5.png") && ok;
-  }
-
-  // The sources' list, from its button in the writings' list.
-  contents.window().Command(9, program.navigator(), program.windows());
-  for (QWidget* w : QApplication::topLevelWidgets()) {
-    if (w->objectName() != QStringLiteral("Form15") || !w->isVisible()) continue;
-    w->setGeometry(40, 40, 1000, 660);
-    ok = Save(*w, out + "/Form15.png") && ok;
-  }
-
-  program.End();
+  std::printf("%d steps%s\n", step, ok ? "" : ", some failed");
   return ok ? 0 : 1;
 }
