@@ -8,6 +8,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -80,8 +81,11 @@ void Press(QWidget* window, const char* button) {
 void Type(QWidget* window, const QString& text) {
   auto* box = window != nullptr ? window->findChild<QLineEdit*>(QStringLiteral("Combo1")) : nullptr;
   if (box == nullptr) return Fail("no search box");
+  box->setFocus();
   box->setText(text);
-  QMetaObject::invokeMethod(box, "returnPressed");
+  // Enter as the keyboard gives it: some views take it before the box does.
+  QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+  QApplication::sendEvent(box, &enter);
   Settle();
 }
 

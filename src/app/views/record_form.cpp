@@ -79,10 +79,8 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
   head->addWidget(pin_);
   top->addLayout(head);
 
-  // The class strip and the page boxes of every series.
+  // The page boxes of every series.
   auto* pages = new QHBoxLayout;
-  clev_.Build(this, this);
-  pages->addWidget(clev_.picture3);
   for (const views::RecordPageBox& box : views::kRecordPageBoxes) {
     auto* title = new QLabel(Q(box.caption), this);
     title->setObjectName(QStringLiteral("PageTitle_%1").arg(box.title));
@@ -103,6 +101,8 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
   search_.AddCounter(strip);
   search_.AddRefine(strip);
   strip->addStretch(1);
+  clev_.Build(this, this);
+  strip->addWidget(clev_.picture3);
   top->addLayout(strip);
 
   // The large left pane and six on the right, each under its tab.
