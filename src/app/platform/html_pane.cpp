@@ -281,6 +281,9 @@ bool HtmlPane::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::MouseButtonDblClick:
       if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) emit doubleClicked();
       return false;
+    case QEvent::MouseButtonRelease:
+      if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) emit clicked();
+      return false;
     default:
       return false;
   }

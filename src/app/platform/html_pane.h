@@ -107,6 +107,8 @@ class HtmlPane : public QWidget {
   // A right click (or the menu key): the place for the program's own menu.
   void contextMenuRequested(QPoint globalPos);
   void doubleClicked();
+  // The left button let go over the page, after a click or a selection.
+  void clicked();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

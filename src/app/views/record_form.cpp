@@ -160,6 +160,10 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
     connect(pane, &platform::HtmlPane::doubleClicked, this, [this, p] {
       if (auto d = model().PaneDoubleClick(p)) Show(*d);
     });
+    // A click on the pane shown on the left brings the left one back.
+    connect(pane, &platform::HtmlPane::clicked, this, [this, p] {
+      if (auto d = model().PaneClick(p)) Show(*d);
+    });
     connect(pane, &platform::HtmlPane::contextMenuRequested, this, [this, pane](QPoint at) {
       ShowProgramMenu(program_, this, pane, at, {.kind = reader::FormKind::Form5, .ParentForm = window_.Family()});
     });

@@ -115,6 +115,12 @@ class RecordFormTest : public QObject {
     QVERIFY(record->findChild<QLabel*>("Text9")->isVisible());
     QTest::mouseClick(record->findChild<QLabel*>("Text9"), Qt::LeftButton);
     QVERIFY(!record->findChild<QLabel*>("Pic")->isVisible());
+    // So does a click in the left pane itself; one in a right pane does not.
+    record->Show(*record->model().PaneDoubleClick(4));
+    QMetaObject::invokeMethod(record->Pane(4), "clicked");
+    QVERIFY(record->findChild<QLabel*>("Pic")->isVisible());
+    QMetaObject::invokeMethod(record->Pane(1), "clicked");
+    QVERIFY(!record->findChild<QLabel*>("Pic")->isVisible());
   }
 };
 
