@@ -8,18 +8,22 @@
 
 namespace suizo::bench {
 
+void WriteCorpus(const std::filesystem::path& folder, int percent) {
+  std::filesystem::create_directories(folder);
+  const auto sizes = gen::PartOf(gen::SizesOf(gen::Scale::Full), percent);
+  gen::Registry registry;
+  gen::WriteWritings(sizes, registry, folder);
+  gen::WriteSources(sizes, registry, folder);
+  gen::WriteSutra(sizes, registry, folder);
+  gen::WriteChronology(sizes, registry, folder);
+  gen::WriteDictionary(sizes, registry, folder);
+  gen::WriteCorrections(registry, folder);
+}
+
 const std::filesystem::path& FullCorpus() {
   static const std::filesystem::path folder = [] {
     auto path = std::filesystem::temp_directory_path() / ("suizo-bench-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(path);
-    const auto sizes = gen::SizesOf(gen::Scale::Full);
-    gen::Registry registry;
-    gen::WriteWritings(sizes, registry, path);
-    gen::WriteSources(sizes, registry, path);
-    gen::WriteSutra(sizes, registry, path);
-    gen::WriteChronology(sizes, registry, path);
-    gen::WriteDictionary(sizes, registry, path);
-    gen::WriteCorrections(registry, path);
+    WriteCorpus(path, 100);
     return path;
   }();
   return folder;

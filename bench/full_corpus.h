@@ -9,6 +9,9 @@
 
 namespace suizo::bench {
 
+// Writes the exports of the full-scale corpus, or of `percent` of it.
+void WriteCorpus(const std::filesystem::path& folder, int percent);
+
 // The folder of .dat exports; removed by RemoveFullCorpus.
 const std::filesystem::path& FullCorpus();
 void RemoveFullCorpus();
