@@ -59,6 +59,34 @@ class DictionaryLookupTest : public ::testing::Test {
   corpus::Corpus c;
 };
 
+// ---- passing over entries ----
+
+TEST_F(DictionaryLookupTest, PassingOverEntriesThatCannotBeHitsChangesNoResult) {
+  // Head words and readings inside longer text, pieces of explanations,
+  // words with brackets and two words.
+  std::vector<std::u16string> selections = {u"法華経を", u"(法華)経を", u"しほ", u"かひ", u"法 経", u"御(書)"};
+  for (int m = 1; m <= c.DisMaxY; m += 2) {
+    const int row = c.DicOrder[static_cast<std::size_t>(m)];
+    selections.push_back(std::u16string(c.Dic().Get(row, dic::kHeadWord)) + u"を");
+    selections.push_back(u"の" + std::u16string(c.Dic().Get(row, dic::kReading)));
+    const std::u16string_view explanation = c.Dic().Get(row, dic::kExplanation);
+    if (explanation.size() > 8) selections.emplace_back(explanation.substr(2, 6));
+  }
+  const DictionaryLookup filtered(c, 1);
+  DictionaryLookup every(c, 1);
+  every.filterEntries = false;
+  int hits = 0;
+  for (const std::u16string& s : selections) {
+    const DicLookupResult a = filtered.KensakuDic(s, kDicTargetHeadword);
+    const DicLookupResult b = every.KensakuDic(s, kDicTargetHeadword);
+    EXPECT_EQ(a.Sr, b.Sr) << U8(s);
+    EXPECT_EQ(a.SrnPos, b.SrnPos) << U8(s);
+    EXPECT_EQ(a.log, b.log) << U8(s);
+    hits += a.Srn;
+  }
+  EXPECT_GT(hits, 200);  // the selections do find entries
+}
+
 // ---- the ranking ----
 
 TEST_F(DictionaryLookupTest, ASelectionLongerThanAnyEntryFindsTheEntryItHolds) {

@@ -269,6 +269,11 @@ bool WordQuery::SomeLineLacksAll(std::u16string_view field) const {
   }
 }
 
+std::optional<std::u16string_view> WordQuery::NecessaryUnits() const {
+  if (method_ != Method::And || anywhere_.empty() || anywhere_.front().lead.empty()) return std::nullopt;
+  return anywhere_.front().lead;
+}
+
 bool WordQuery::Matches(std::u16string_view field) const {
   if (anywhere_.empty()) return regex_->Test(field);
   switch (method_) {

@@ -35,6 +35,10 @@ class WordQuery {
 
   // `Sw`: the words' pattern fragments in the order `SortSw` left them.
   const std::vector<std::u16string>& Sw() const { return sw_; }
+  // Units one of which every field this query matches holds (the first
+  // word's possible first units, for AND of plain words); nothing when that
+  // cannot be told. A caller can pass over a field without them.
+  std::optional<std::u16string_view> NecessaryUnits() const;
   // The expression compiled: the fragments in the frame of the method, or,
   // where that is no valid expression, the same with `EscapeStrays` applied.
   const std::u16string& pattern() const { return pattern_; }

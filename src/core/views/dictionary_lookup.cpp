@@ -106,6 +106,18 @@ std::optional<std::u16string_view> LeadUnits(std::u16string_view p) {
   return units;
 }
 
+// A set of units hashed to 256 bits by their low byte: two sets that share
+// no bit share no unit.
+using UnitSet = std::array<std::uint64_t, 4>;
+
+void AddUnits(UnitSet& set, std::u16string_view units) {
+  for (const char16_t c : units) set[(c >> 6) & 3] |= std::uint64_t{1} << (c & 63);
+}
+
+bool Meet(const UnitSet& a, const UnitSet& b) {
+  return ((a[0] & b[0]) | (a[1] & b[1]) | (a[2] & b[2]) | (a[3] & b[3])) != 0;
+}
+
 constexpr std::u16string_view kPatternNames[] = {u"印", u"印(括弧外)", u"備考", u"備考(括弧外)"};
 
 std::u16string Num(std::int64_t n) {
@@ -113,6 +125,16 @@ std::u16string Num(std::int64_t n) {
 }
 
 }  // namespace
+
+// An entry is a hit of the walk only when the selection's words stand in its
+// reading or head word, or, for a single word, when the entry stands in the
+// selection: its reading, or one of its patterns, each of which must find
+// its first unit in the selection.
+struct DictionaryLookup::EntryFilter {
+  UnitSet units{};       // of the reading and the head word
+  UnitSet leads{};       // the reading's first unit, and those its patterns can begin with
+  bool anyLead = false;  // a pattern whose first units cannot be told
+};
 
 struct DictionaryLookup::Cached {
   std::u16string source;
@@ -229,6 +251,44 @@ DicLookupResult DictionaryLookup::KensakuDic(std::u16string_view boxText, int sr
   return r;
 }
 
+const std::vector<DictionaryLookup::EntryFilter>& DictionaryLookup::Filters() const {
+  const int n = EntryCount();
+  if (filters_.size() == static_cast<std::size_t>(n) + 1) return filters_;
+  const corpus::Table& dic = corpus_.Dic();
+  filters_.assign(static_cast<std::size_t>(n) + 1, EntryFilter{});
+  std::u16string scratch;
+  for (int i = 1; i <= n; ++i) {
+    const int row = RowAt(corpus_.DicYomi[static_cast<std::size_t>(i)]);
+    if (row == 0) continue;
+    EntryFilter& f = filters_[static_cast<std::size_t>(i)];
+    const std::u16string_view Y = dic.Get(row, dic::kReading);
+    AddUnits(f.units, Y);
+    AddUnits(f.units, dic.Get(row, dic::kHeadWord));
+    AddUnits(f.leads, Y.substr(0, 1));
+    const auto lead = [&](std::u16string_view pattern) {
+      if (pattern.empty()) return;  // no pattern: never a match
+      if (const auto units = LeadUnits(pattern)) {
+        AddUnits(f.leads, *units);
+      } else {
+        f.anyLead = true;
+      }
+    };
+    // As `EntryMatches` and `ByBarePattern` read them.
+    const std::u16string_view key = dic.Get(row, dic::kLookupKey);
+    lead(key);
+    if (key.size() > 1 && key.find_first_of(u"[(", 1) != npos) {
+      WithoutBrackets(key, scratch);
+      lead(scratch);
+    }
+    const std::u16string_view note = dic.Get(row, kNote);
+    if (note.size() > 1 && note.find_first_of(u"[(", 1) != npos) {
+      WithoutBrackets(note, scratch);
+      lead(scratch);
+    }
+  }
+  return filters_;
+}
+
 int DictionaryLookup::EntryCount() const {
   const auto yomi = static_cast<int>(corpus_.DicYomi.size()) - 1;
   return std::max(0, std::min(corpus_.DisMaxY, yomi));
@@ -258,7 +318,25 @@ void DictionaryLookup::Walk(Lookup& lk, DicLookupResult& r) const {
     return dic.Get(RowAt(r.Sr[static_cast<std::size_t>(hit)]), dic::kHeadWord).size();
   };
 
+  // The units an entry must hold for the words to stand in it, and those of
+  // the selection an entry's own patterns must meet.
+  UnitSet need{}, selection{};
+  bool needAny = !filterEntries;
+  for (const std::optional<search::WordQuery>* q : {&lk.PW, &lk.PO}) {
+    if (!q->has_value()) continue;
+    if (const auto units = (*q)->NecessaryUnits()) {
+      AddUnits(need, *units);
+    } else {
+      needAny = true;
+    }
+  }
+  AddUnits(selection, W);
+  AddUnits(selection, O);
+  const std::vector<EntryFilter>& filters = Filters();
+
   for (int i = 1, n = EntryCount(); i <= n; ++i) {
+    const EntryFilter& f = filters[static_cast<std::size_t>(i)];
+    if (!needAny && !Meet(f.units, need) && !(one && (f.anyLead || Meet(f.leads, selection)))) continue;
     const int dpos = corpus_.DicYomi[static_cast<std::size_t>(i)];
     const int row = RowAt(dpos);
     if (row == 0) continue;

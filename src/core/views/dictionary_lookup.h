@@ -5,6 +5,7 @@
 // (the rule table in dictionary_rules.h).
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -54,6 +55,10 @@ class DictionaryLookup {
   // `boxText` the search box's text; `srTarget` 0 headword, 1 explanation.
   DicLookupResult KensakuDic(std::u16string_view boxText, int srTarget) const;
 
+  // Off, the walk reads every entry's cells instead of passing over those
+  // that cannot be a hit. The results are the same; tests compare them.
+  bool filterEntries = true;
+
  private:
   // The patterns kept per entry: 印 and 備考, each also without its
   // bracketed parts.
@@ -65,6 +70,12 @@ class DictionaryLookup {
   struct LiveHits {
     std::span<const int> kept, rest;
   };
+
+  // What the walk must know of an entry before it reads its cells, in the
+  // walk's order: made at the first lookup, as the dictionary's cells change
+  // only at import.
+  struct EntryFilter;
+  const std::vector<EntryFilter>& Filters() const;
 
   int EntryCount() const;
   // The `Dic` row at a `DicOrder` position; 0 outside the table.
@@ -85,6 +96,7 @@ class DictionaryLookup {
   int itaiji_;
   dic_rules::RuleSet rules_;
   mutable std::unordered_map<std::uint32_t, std::unique_ptr<Cached>> patterns_;
+  mutable std::vector<EntryFilter> filters_;
 };
 
 }  // namespace suizo::views
