@@ -24,8 +24,9 @@ constexpr Query kQueries[] = {
     {u"浄土　弥陀　宝塔", Method::Or, 0},
     {u"候", Method::Not, 0},
     {u"読誦の功徳をよろこび", Method::And, 1},  // ten distinct characters
+    {u"功徳莫大", Method::And, 1},
 };
-constexpr const char* kNames[] = {"and_2_words", "or_3_words", "not_1_word", "split_10_chars"};
+constexpr const char* kNames[] = {"and_2_words", "or_3_words", "not_1_word", "split_10_chars", "split_4_chars"};
 
 void BM_SearchWritings(benchmark::State& state) {
   suizo::corpus::Corpus& corpus = suizo::bench::ConvertedStore({0, 6});
@@ -47,7 +48,7 @@ void BM_SearchWritings(benchmark::State& state) {
   state.counters["hits"] = engine.Srn;
   state.counters["lines"] = corpus.DasMaxY;
 }
-BENCHMARK(BM_SearchWritings)->Unit(benchmark::kMillisecond)->DenseRange(0, 3);
+BENCHMARK(BM_SearchWritings)->Unit(benchmark::kMillisecond)->DenseRange(0, 4);
 
 // The floor of a scan: every line walked with `Down` and its main texts read.
 void BM_WalkWritings(benchmark::State& state) {

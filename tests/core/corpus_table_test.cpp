@@ -45,6 +45,27 @@ TEST(Table, OverwritingAndCopyingWithinTheTable) {
   EXPECT_EQ(dat.Get(2, 10), u"の風");
 }
 
+TEST(Table, HoldsFollowsEveryChangeOfTheCells) {
+  Table dat(SchemaOf(TableId::Dat));
+  dat.Set(1, 9, u"◆序");
+  dat.Set(2, 9, u"本文");
+  dat.Set(3, 9, u"末に◆");
+  dat.set_rows(3);
+  EXPECT_TRUE(dat.Holds(1, 9, u'◆'));
+  EXPECT_FALSE(dat.Holds(2, 9, u'◆'));
+  EXPECT_TRUE(dat.Holds(3, 9, u'◆'));  // anywhere in the cell
+  dat.Set(2, 9, u"◆本文");              // a head mark moved here
+  EXPECT_TRUE(dat.Holds(2, 9, u'◆'));
+  EXPECT_FALSE(dat.Holds(2, 8, u'◆'));  // another field is asked anew
+  EXPECT_TRUE(dat.Holds(2, 9, u'◆'));
+  dat.Set(5, 9, u"◆");                  // beyond the rows counted
+  EXPECT_TRUE(dat.Holds(5, 9, u'◆'));
+  dat.set_rows(5);
+  EXPECT_TRUE(dat.Holds(5, 9, u'◆'));
+  dat.ClearRow(1);
+  EXPECT_FALSE(dat.Holds(1, 9, u'◆'));
+}
+
 TEST(Table, ClearRowAndClear) {
   Table mok(SchemaOf(TableId::Mok));
   mok.Set(1, 10, u"春雨書");

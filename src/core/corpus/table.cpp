@@ -48,6 +48,7 @@ Table::Cell& Table::CellAt(int row, int field) {
 }
 
 void Table::Set(int row, int field, std::u16string_view value) {
+  held_.field = -1;
   Cell& cell = CellAt(row, field);
   const char16_t* base = arena_.data();
   if (!value.empty() && value.data() >= base &&
@@ -66,6 +67,7 @@ void Table::Set(int row, int field, std::u16string_view value) {
 }
 
 void Table::ClearRow(int row) {
+  held_.field = -1;
   CheckPlace(row, 0);
   const std::size_t begin = static_cast<std::size_t>(row) * stride_;
   if (begin >= cells_.size()) return;
@@ -73,6 +75,7 @@ void Table::ClearRow(int row) {
 }
 
 void Table::Clear() {
+  held_.field = -1;
   arena_.clear();
   cells_.clear();
   cols_ = 0;
@@ -90,6 +93,7 @@ std::span<char16_t> Table::ResetWithArena(std::size_t units, std::size_t spare) 
 }
 
 Table::Cell* Table::LoadCells(int firstRow, int lastRow) {
+  held_.field = -1;
   CheckPlace(lastRow, 0);
   cells_.clear();
   // Left uninitialised, the cells of a large table cost only what is written.
@@ -99,6 +103,7 @@ Table::Cell* Table::LoadCells(int firstRow, int lastRow) {
 }
 
 void Table::KeepRows(int lastRow) {
+  held_.field = -1;
   const std::size_t keep = lastRow < 0 ? 0 : (static_cast<std::size_t>(lastRow) + 1) * stride_;
   cells_.resize(std::min(cells_.size(), keep));
 }
@@ -106,6 +111,20 @@ void Table::KeepRows(int lastRow) {
 void Table::ReserveRows(int lastRow) {
   const std::size_t needed = (static_cast<std::size_t>(lastRow) + 1) * stride_;
   if (needed > cells_.size()) cells_.resize(needed, Cell{});
+}
+
+bool Table::Holds(int row, int field, char16_t unit) const {
+  if (held_.field != field || held_.unit != unit) {
+    CheckPlace(0, field);
+    held_.rows.assign(static_cast<std::size_t>(std::max(rows_, 0)) + 1, 0);
+    for (int r = 0; r <= rows_; ++r) {
+      held_.rows[static_cast<std::size_t>(r)] = text::ContainsUnit(Get(r, field), unit) ? 1 : 0;
+    }
+    held_.field = field;
+    held_.unit = unit;
+  }
+  if (row >= 0 && row <= rows_) return held_.rows[static_cast<std::size_t>(row)] != 0;
+  return text::ContainsUnit(Get(row, field), unit);
 }
 
 }  // namespace suizo::corpus

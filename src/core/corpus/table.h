@@ -57,7 +57,10 @@ class Table {
   int cols() const { return cols_; }
   int rows() const { return rows_; }
   void set_cols(int cols) { cols_ = cols; }
-  void set_rows(int rows) { rows_ = rows; }
+  void set_rows(int rows) {
+    rows_ = rows;
+    held_.field = -1;
+  }
 
   struct Cell {
     std::uint32_t offset;
@@ -79,6 +82,17 @@ class Table {
   // Units of text held, live or overwritten; for reports and benchmarks.
   std::size_t arenaUnits() const { return arena_.size(); }
 
+  // Asks the memory for a cell's place ahead of its reading.
+  void PrefetchCell(int row, int field) const {
+    const std::size_t index = static_cast<std::size_t>(row) * stride_ + static_cast<std::size_t>(field);
+    if (row >= 0 && index < cells_.size()) __builtin_prefetch(&cells_[index]);
+  }
+
+  // Whether a cell holds `unit` anywhere. The answer is kept for every row
+  // of one field and unit at a time, so that a scan asking it of each line
+  // reads no cell for it twice; any change of the table forgets it.
+  bool Holds(int row, int field, char16_t unit) const;
+
  private:
   [[noreturn]] void OutOfRange(int row, int field) const;
   void CheckPlace(int row, int field) const;
@@ -91,6 +105,13 @@ class Table {
   std::vector<Cell, DefaultInitAllocator<Cell>> cells_;
   int cols_ = 0;
   int rows_ = 0;
+
+  struct HeldUnit {
+    int field = -1;  // none kept
+    char16_t unit = 0;
+    std::vector<std::uint8_t> rows;
+  };
+  mutable HeldUnit held_;
 };
 
 }  // namespace suizo::corpus

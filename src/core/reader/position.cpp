@@ -23,7 +23,7 @@ int LineOrder::FirstLineOf(int mpos) const {
 
 // Movement tests for the mark anywhere in the field.
 bool LineOrder::IsHead(int lpos) const {
-  return lpos >= 1 && lpos <= lineCount() && text::ContainsUnit(lines->Get(RowAt(lpos), headField), u'◆');
+  return lpos >= 1 && lpos <= lineCount() && lines->Holds(RowAt(lpos), headField, u'◆');
 }
 
 void Up(const LineOrder& order, Position& p, bool limit) {

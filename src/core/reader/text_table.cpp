@@ -70,6 +70,15 @@ std::u16string_view TextTable::Text(int lpos, int column) const {
   return order_.lines->Get(order_.RowAt(lpos), column);
 }
 
+void TextTable::PrefetchCell(int lpos, int column) const {
+  if (lpos < 1 || lpos > LastLine() || column < 0) return;
+  if (kind_ == TextKind::Sutra) {
+    corpus_->table(corpus::TableId::Hok).PrefetchCell(lpos, column);
+  } else {
+    order_.lines->PrefetchCell(order_.RowAt(lpos), column);
+  }
+}
+
 std::u16string_view TextTable::DatText(int lpos, int column) const {
   if (lpos < 1 || lpos > writings_.lineCount()) return {};
   return writings_.lines->Get(writings_.RowAt(lpos), column);

@@ -54,11 +54,14 @@ class TextTable {
   std::u16string_view Text(int lpos, int column) const;
   // Asks the memory for a line's text ahead of its reading: a scan reads one
   // or two fields of each line, and waiting on each is most of its time.
+  // The cell is asked for further ahead than the text, which only its
+  // cell can tell where to find.
   void Prefetch(int lpos, int column) const {
     if (lpos < 1 || lpos > LastLine() || column < 0) return;
     const std::u16string_view t = Text(lpos, column);
     __builtin_prefetch(t.data());
   }
+  void PrefetchCell(int lpos, int column) const;
   // The authentic-text scope of the writings: with it on, only lines that
   // have the autograph's text; any value but 0 and 1 lets nothing pass.
   bool InScope(int lpos) const;

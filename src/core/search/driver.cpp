@@ -69,15 +69,19 @@ void SearchEngine::Finish(const Position& remembered) {
 }
 
 template <typename Test>
-void SearchEngine::Scan(Test&& test) {
+void SearchEngine::Scan(Test&& test, int secondColumn) {
   table_.ScanStart(pos, Limit);
   const bool confined = RefineCount > 0;
   const int column = table_.PaneColumn(Srk);
-  const int headColumn = table_.HeadColumn();
   for (;;) {
-    // Lines are read in order; a few ahead, their fields are asked for now.
+    // Lines are read in order; a few ahead, their fields are asked for now,
+    // and their cells further ahead still.
+    table_.PrefetchCell(pos.Lpos + 2 * kAhead, column);
     table_.Prefetch(pos.Lpos + kAhead, column);
-    if (headColumn != column) table_.Prefetch(pos.Lpos + kAhead, headColumn);
+    if (secondColumn >= 0) {
+      table_.PrefetchCell(pos.Lpos + 2 * kAhead, secondColumn);
+      table_.Prefetch(pos.Lpos + kAhead, secondColumn);
+    }
     if (!confined || getRefineFlag(pos.Lpos) == 1) test(pos);
     const int before = pos.Lpos;
     table_.Down(pos, Limit);
@@ -102,7 +106,7 @@ void SearchEngine::KensakuWord() {
     const bool hit = query->Matches(table_.Text(p.Lpos, column)) ||
                      (bothMains && query->Matches(table_.Text(p.Lpos, reader::TextTable::kSecondMainColumn)));
     if (hit && table_.InScope(p.Lpos)) Record(p);
-  });
+  }, bothMains ? reader::TextTable::kSecondMainColumn : -1);
   Finish(remembered);
 }
 

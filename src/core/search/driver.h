@@ -155,9 +155,10 @@ class SearchEngine {
   void Finish(const reader::Position& remembered);
   void KensakuWord();
   void KensakuDiv();
-  // The scan over the rows in reading order; `test` gives a row's verdict.
+  // The scan over the rows in reading order; `test` gives a row's verdict
+  // and reads the pane's column, and `secondColumn` too when it is one.
   template <typename Test>
-  void Scan(Test&& test);
+  void Scan(Test&& test, int secondColumn = -1);
   void UpdateGauge();
 
   reader::TextTable table_;
