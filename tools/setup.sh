@@ -8,8 +8,8 @@ packages=(
   cmake ninja-build g++ clang-14 libclang-rt-14-dev pkg-config clang-format
   # core
   libicu-dev libpcre2-dev
-  # tests and benchmarks
-  libgtest-dev libgmock-dev libbenchmark-dev
+  # tests and benchmarks, and the programs the benchmarks compare against
+  libgtest-dev libgmock-dev libbenchmark-dev pcre2-utils ripgrep
   # desktop program
   qt6-base-dev qt6-base-dev-tools qt6-webengine-dev libgl-dev
   # headless runs of the desktop program, and the fonts its pages need
