@@ -70,6 +70,7 @@ BENCHMARK(BM_PaneRoundTrip)->UseManualTime()->Iterations(200)->Unit(benchmark::k
 int main(int argc, char** argv) {
   suizo::platform::PrepareWebEngine();
   QApplication app(argc, argv);
+  suizo::platform::ChooseRenderer();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   suizo::corpus::MemorySettings store;

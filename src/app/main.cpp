@@ -24,6 +24,7 @@ std::optional<std::filesystem::path> DataArgument(const QStringList& args) {
 int main(int argc, char** argv) {
   suizo::platform::PrepareWebEngine();
   QApplication app(argc, argv);
+  suizo::platform::ChooseRenderer();
   QApplication::setApplicationName(QStringLiteral("翠蔵Viewer"));
   QApplication::setOrganizationName(QStringLiteral("翠蔵Viewer"));
 

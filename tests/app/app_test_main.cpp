@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QTWEBENGINE_CHROMIUM_FLAGS")) qputenv("QTWEBENGINE_CHROMIUM_FLAGS", "--disable-gpu");
   suizo::platform::PrepareWebEngine();
   QApplication app(argc, argv);
+  suizo::platform::ChooseRenderer();
   int failed = 0;
   for (const auto& make : suizo::apptest::Suites()) {
     const std::unique_ptr<QObject> suite = make();

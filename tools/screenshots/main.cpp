@@ -109,6 +109,7 @@ void WithDialog(const std::function<void()>& open, const std::function<void(QDia
 int main(int argc, char** argv) {
   suizo::platform::PrepareWebEngine();
   QApplication app(argc, argv);
+  suizo::platform::ChooseRenderer();
   if (argc != 3) {
     std::fprintf(stderr, "usage: suizo-screenshots DATA_DIR OUT_DIR\n");
     return 2;

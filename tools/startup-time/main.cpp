@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
   clock.start();
   suizo::platform::PrepareWebEngine();
   QApplication app(argc, argv);
+  suizo::platform::ChooseRenderer();
   if (argc != 2) {
     std::fprintf(stderr, "usage: suizo-startup-time DATA_DIR\n");
     return 2;

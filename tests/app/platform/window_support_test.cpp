@@ -14,6 +14,7 @@
 #include "app/platform/input_method.h"
 #include "app/platform/proportional_resize.h"
 #include "app/platform/single_instance.h"
+#include "app/platform/web_engine_setup.h"
 #include "app_test.h"
 
 using namespace suizo::platform;
@@ -114,6 +115,17 @@ class WindowSupportTest : public QObject {
     QVERIFY(takesInput(w.combo->lineEdit()));
     QVERIFY(!takesInput(text));
     QVERIFY(!takesInput(edit));
+  }
+
+  void softwareRasterizersAreKnownByName() {
+    for (const char* name : {"llvmpipe (LLVM 15.0.6, 256 bits)", "softpipe", "Mesa DRI Intel Software Rasterizer",
+                             "Gallium 0.4 on SWR", "Mesa swrast"}) {
+      QVERIFY2(SoftwareRasterizer(name), name);
+    }
+    for (const char* name : {"Mesa Intel(R) UHD Graphics 620 (KBL GT2)", "NVIDIA GeForce RTX 3060/PCIe/SSE2",
+                             "AMD Radeon RX 6600 (navi23, LLVM 15.0.6, DRM 3.49)", ""}) {
+      QVERIFY2(!SoftwareRasterizer(name), name);
+    }
   }
 
   void secondRunSeesTheFirstsLock() {
