@@ -133,6 +133,16 @@ TEST(WordQuery, IterationMarksThatMakeAStraySignStayCharacters) {
   EXPECT_EQ(ToUtf8(Word(u"ほゞ", Method::And, kOn).pattern()), "^(?=.*[おほを]^)");
 }
 
+TEST(WordQuery, ABlankThatAnIterationMarkMakesSplitsTheWords) {
+  // U+001F + 1 is a blank: the frame splits the word there, and so must
+  // every answer (found by the fuzz target).
+  const WordQuery any = Word(u"\x1fゞ x", Method::Or), all = Word(u"\x1fゞ x", Method::And);
+  EXPECT_EQ(ToUtf8(any.pattern()), "^((?=.*\x1f)|(?=.*)|(?=.*x))");
+  EXPECT_TRUE(any.Matches(u""));  // the empty word is found everywhere
+  EXPECT_TRUE(all.Matches(u"\x1fx"));
+  EXPECT_FALSE(all.Matches(u"x"));
+}
+
 TEST(WordQuery, PrivateUseCharactersInClasses) {
   EXPECT_TRUE(Word(u"継", Method::And, kOn).Matches(u"\uE335"));
   EXPECT_TRUE(Word(u"\uE335", Method::And, kOn).Matches(u"鷄"));

@@ -194,7 +194,9 @@ std::u16string LeadUnits(std::u16string_view fragment, int itaiji) {
 }
 
 // A word made of characters that are no sign and of the table's classes:
-// each piece matches one unit, and none a line end.
+// each piece matches one unit, and none a line end. A blank is no such
+// character: the frame splits the joined words at every blank, also one that
+// an iteration mark brought into a word.
 bool IsPlain(std::u16string_view fragment, int itaiji) {
   for (std::size_t i = 0; i < fragment.size();) {
     const char16_t c = fragment[i];
@@ -204,7 +206,7 @@ bool IsPlain(std::u16string_view fragment, int itaiji) {
       i += n;
       continue;
     }
-    if (c == u'\r' || c == u'\n' || kSigns.find(c) != std::u16string_view::npos) return false;
+    if (c == u'\r' || c == u'\n' || c == u' ' || kSigns.find(c) != std::u16string_view::npos) return false;
     ++i;
   }
   return true;
