@@ -374,7 +374,6 @@ void ChronologyForm::Search() {
 }
 
 void ChronologyForm::Command(int number) {
-  balloons_->KeyDown();
   if (number == 7) {
     OpenFilter();
     return;
