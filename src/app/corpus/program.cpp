@@ -206,6 +206,16 @@ void Program::Closed(reader::OpenWindow& window) {
   });
 }
 
+bool Program::CloseView(reader::OpenWindow& window, QCloseEvent& event) {
+  if (!ending_ && window.Pin) {
+    event.ignore();
+    return false;
+  }
+  event.accept();
+  if (!ending_) Closed(window);
+  return true;
+}
+
 bool Program::Start() {
   try {
     settings_ = corpus::ReadSettings(store_);

@@ -3,6 +3,7 @@
 // the end through "終了" that writes back what changed.
 #pragma once
 
+#include <QCloseEvent>
 #include <QObject>
 #include <QWidget>
 #include <filesystem>
@@ -55,6 +56,10 @@ class Program : public QObject {
   // A view closed by the user: it goes from the registry once its events
   // are done, and the view the user returns to comes forward.
   void Closed(reader::OpenWindow& window);
+  // A view's close event: refused while its pin is down, unless the run is
+  // ending; else accepted and the view goes as `Closed` says. True when it
+  // closes.
+  bool CloseView(reader::OpenWindow& window, QCloseEvent& event);
   bool Ending() const { return ending_; }
 
   corpus::Corpus& corpus() { return *corpus_; }

@@ -470,12 +470,7 @@ void ChronologyForm::keyPressEvent(QKeyEvent* event) {
 }
 
 void ChronologyForm::closeEvent(QCloseEvent* event) {
-  if (!program_.Ending() && window_.Pin) {
-    event->ignore();
-    return;
-  }
-  event->accept();
-  if (!program_.Ending()) program_.Closed(window_);
+  program_.CloseView(window_, *event);
 }
 
 void ChronologyForm::resizeEvent(QResizeEvent* event) {

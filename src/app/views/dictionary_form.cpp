@@ -228,12 +228,7 @@ void DictionaryForm::keyPressEvent(QKeyEvent* event) {
 }
 
 void DictionaryForm::closeEvent(QCloseEvent* event) {
-  if (!program_.Ending() && window_.Pin) {
-    event->ignore();
-    return;
-  }
-  event->accept();
-  if (!program_.Ending()) program_.Closed(window_);
+  program_.CloseView(window_, *event);
 }
 
 

@@ -641,13 +641,7 @@ void ReaderForm::closeEvent(QCloseEvent* event) {
     event->ignore();
     return;
   }
-  if (!program_.Ending() && window_.Pin) {
-    event->ignore();
-    return;
-  }
-  event->accept();
-  CloseHitList();
-  if (!program_.Ending()) program_.Closed(window_);
+  if (program_.CloseView(window_, *event)) CloseHitList();
 }
 
 void ReaderForm::resizeEvent(QResizeEvent* event) {

@@ -333,12 +333,7 @@ void RecordForm::keyPressEvent(QKeyEvent* event) {
 }
 
 void RecordForm::closeEvent(QCloseEvent* event) {
-  if (!program_.Ending() && window_.Pin) {
-    event->ignore();
-    return;
-  }
-  event->accept();
-  if (!program_.Ending()) program_.Closed(window_);
+  program_.CloseView(window_, *event);
 }
 
 void RecordForm::resizeEvent(QResizeEvent* event) {
