@@ -126,10 +126,17 @@ TEST_F(Notes, AnEditCutOffInTheMiddleOfItsLineIsIgnored) {
   }
   std::string bytes = testing::ReadBytes(journal.path());
   testing::WriteBytes(journal.path(), bytes + "Hok\t4\t36\t半");
+  {
+    Corpus corpus(dir.path());
+    EXPECT_EQ(Open(corpus).journalEntries, 1);
+    EXPECT_EQ(corpus.Hok().Get(3, 36), u"全き行");
+    EXPECT_EQ(corpus.Hok().Get(4, 36), u"");
+    // The torn piece is gone from the file, so the next line stands alone.
+    EditNote(corpus, journal, TableId::Hok, 5, 36, u"次の行");
+  }
   Corpus corpus(dir.path());
-  EXPECT_EQ(Open(corpus).journalEntries, 1);
-  EXPECT_EQ(corpus.Hok().Get(3, 36), u"全き行");
-  EXPECT_EQ(corpus.Hok().Get(4, 36), u"");
+  EXPECT_EQ(Open(corpus).journalEntries, 2);
+  EXPECT_EQ(corpus.Hok().Get(5, 36), u"次の行");
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "core/corpus/file_io.h"
+#include "core/corpus/note_journal.h"
 #include "core/corpus/orders.h"
 #include "core/reader/frame.h"
 #include "core/scripture/sources_reader.h"
@@ -195,6 +197,24 @@ TEST_F(Sutra, NotesAreEditedInTheirPane) {
   EXPECT_EQ(hok().Get(5, 36), u"一行目／二行目");
   EXPECT_EQ(reader.Hyouji().panes[4].body, u"一行目<BR>二行目");
   EXPECT_TRUE(reader.Command7().focusPanel);
+}
+
+TEST_F(Scripture, ANoteTheJournalCannotTakeStaysAndTheUserIsTold) {
+  testing::TempDir dir;
+  corpus::NoteJournal journal(dir.path());
+  SutraReader reader(corpus, selection, settings, &journal);
+  reader.GoToRow(5);
+  const auto start = reader.StartNoteEdit(4);
+  ASSERT_TRUE(start);
+  corpus::ScopedWriteFault full(
+      [](const std::filesystem::path&, corpus::WriteStep at) { return at == corpus::WriteStep::Write ? ENOSPC : 0; });
+  const reader::ReaderOutcome out = reader.EndNoteEdit(4, *start, u"残る覚え");
+  EXPECT_TRUE(out.redraw);
+  EXPECT_EQ(out.message.find(corpus::kNoteNotJournaled), 0U);
+  EXPECT_NE(out.message.find(u"notes.journal"), std::u16string::npos);
+  EXPECT_EQ(corpus.table(corpus::TableId::Hok).Get(5, 36), u"残る覚え");
+  EXPECT_EQ(corpus.HokDirty, 1);
+  EXPECT_TRUE(reader.EndNoteEdit(4, u"", u"").message.empty());
 }
 
 // The shorter text of a row is padded with ideographic spaces: whole columns

@@ -7,6 +7,7 @@
 
 #include "app/corpus/settings_dialog_window.h"
 #include "app/corpus/splash_window.h"
+#include "app/platform/qt_text.h"
 #include "app/platform/toast.h"
 #include "app/platform/yes_no.h"
 #include "app/views/balloon_help_qt.h"
@@ -17,6 +18,7 @@
 #include "app/views/record_form.h"
 #include "app/views/scripture_forms.h"
 #include "app/views/writings_form.h"
+#include "core/corpus/bookmarks.h"
 #include "core/corpus/errors.h"
 #include "core/corpus/import.h"
 #include "core/corpus/orders.h"
@@ -141,7 +143,16 @@ std::unique_ptr<reader::OpenWindow> Program::MakeWindow(reader::FormKind kind) {
     case reader::FormKind::Form7: return std::make_unique<SutraReaderWindow>(*this);
     case reader::FormKind::Form16: return std::make_unique<SourcesReaderWindow>(*this);
     case reader::FormKind::Form5: return std::make_unique<DocumentRecordWindow>(*this);
-    case reader::FormKind::Form12: return std::make_unique<ChronologyEntry>(*this);
+    case reader::FormKind::Form12:
+      try {
+        corpus_->ReadData(3);
+      } catch (const corpus::CorpusError& e) {
+        // A damaged chronology store ends the run, the notes kept, once
+        // the window being opened is in place.
+        showError(QString::fromUtf8(e.what()));
+        QTimer::singleShot(0, this, &Program::End);
+      }
+      return std::make_unique<ChronologyEntry>(*this);
     case reader::FormKind::Form6: {
       // Made at the first lookup: its patterns are kept for every later one.
       if (!lookup_) lookup_ = std::make_unique<views::DictionaryLookup>(*corpus_, settings_.Itaiji);
@@ -241,6 +252,8 @@ bool Program::Start() {
     if (converted_) splash_->Append(u"\n変換作業が完了しました\n『翠蔵Viewer』を起動します");
     corpus::InitialOrders(*corpus_, selection_);
     journal_ = std::make_unique<corpus::NoteJournal>(dataPath_);
+    corpus::ProfileFile bookmarks(dataPath_ / "suiten.ini");
+    corpus::FillBookmarksOnFirstRun(bookmarks, *corpus_, selection_);
 
     windows_ = std::make_unique<reader::WindowRegistry>(
         [this](reader::FormKind kind) { return MakeWindow(kind); });
@@ -300,7 +313,7 @@ void Program::End() {
   try {
     corpus::CloseStore(*corpus_, selection_, *journal_);
   } catch (const corpus::CorpusError& e) {
-    showError(QString::fromUtf8(e.what()));
+    showError(platform::Q(corpus::WriteBackFailure(e, *journal_)));
   }
   if (contents_ != nullptr) contents_->close();
   QApplication::quit();

@@ -9,6 +9,8 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "app/platform/qt_text.h"
+
 namespace suizo::platform {
 
 namespace {
@@ -22,10 +24,6 @@ constexpr std::u16string_view kSeparator = u"-";
 QPointer<PopupMenu>& Current() {
   static QPointer<PopupMenu> current;
   return current;
-}
-
-QString Q(std::u16string_view text) {
-  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 bool Valid(int n) {

@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QMessageBox>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -11,6 +12,7 @@
 #include "app/platform/grid.h"
 #include "app/platform/toast.h"
 #include "app/platform/yes_no.h"
+#include "core/corpus/errors.h"
 #include "core/corpus/settings_dialog.h"
 #include "app/platform/qt_text.h"
 
@@ -142,11 +144,16 @@ void BookmarkWindow::Command1() {
 }
 
 void BookmarkWindow::Command3() {
-  if (model_.Command3(Question(), place_)) {
-    written_ = model_.chosen();
-    Fill();
-    accept();
+  try {
+    if (!model_.Command3(Question(), place_)) return;
+  } catch (const corpus::CorpusError& e) {
+    // The file and the rows stay as they were; the dialog stays open.
+    QMessageBox::warning(this, windowTitle(), Q(corpus::BookmarksFailure(e)));
+    return;
   }
+  written_ = model_.chosen();
+  Fill();
+  accept();
 }
 
 bool BookmarkWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -367,7 +367,14 @@ void ReaderForm::Place() {
 // --- actions ---
 
 void ReaderForm::OpenBookmarks() {
-  corpus::ProfileFile file(program_.corpus().dataPath() / "suiten.ini");
+  std::optional<corpus::ProfileFile> read;
+  try {
+    read.emplace(program_.corpus().dataPath() / "suiten.ini");
+  } catch (const corpus::CorpusError& e) {
+    QMessageBox::warning(this, windowTitle(), Q(corpus::BookmarksFailure(e)));
+    return;
+  }
+  corpus::ProfileFile& file = *read;
   const QPoint mov = bMark_->mapToGlobal(QPoint(0, bMark_->height()));
   BookmarkWindow dialog(shape_.bookmarks, file, program_.corpus(), program_.selection(), window_.Place(),
                         program_.store(), mov, this);

@@ -10,15 +10,14 @@
 
 #include "app/platform/dialog_place.h"
 #include "app/platform/proportional_resize.h"
+#include "app/platform/qt_text.h"
 #include "app/views/balloon_help_qt.h"
 #include "core/corpus/settings_dialog.h"
 
 namespace suizo::app {
 namespace {
 
-QString Q(std::u16string_view text) {
-  return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
+using platform::Q;
 
 constexpr std::u16string_view kCancelCaption = u"キャンセル";
 constexpr int kClasses = 10;

@@ -105,4 +105,8 @@ bool FillBookmarksOnFirstRun(ProfileFile& file, const Corpus& corpus, const Sele
   return true;
 }
 
+std::u16string BookmarksFailure(const CorpusError& error) {
+  return u"しおりのファイルを読み書きできませんでした。\n" + text::FromUtf8(error.what());
+}
+
 }  // namespace suizo::corpus

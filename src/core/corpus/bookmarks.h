@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/corpus/corpus.h"
+#include "core/corpus/errors.h"
 #include "core/corpus/profile.h"
 #include "core/corpus/selection.h"
 
@@ -39,5 +40,8 @@ void WriteBookmark(ProfileFile& file, BookmarkKind kind, int index, const Bookma
 // The first-run fill of `RegInit`: when a kind's first bookmark is unset, all
 // ten of that kind are written with the first-run place. True when any was.
 bool FillBookmarksOnFirstRun(ProfileFile& file, const Corpus& corpus, const Selection& selection);
+
+// Told when suiten.ini cannot be read or written.
+std::u16string BookmarksFailure(const CorpusError& error);
 
 }  // namespace suizo::corpus

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <utility>
+#include <vector>
 
 #include "core/corpus/errors.h"
 #include "core/text/sjis.h"
@@ -33,6 +34,43 @@ class Fd {
  private:
   int fd_;
 };
+
+WriteFault& InjectedFault() {
+  static WriteFault fault;
+  return fault;
+}
+
+int FaultAt(const std::filesystem::path& file, WriteStep step) {
+  const WriteFault& fault = InjectedFault();
+  return fault ? fault(file, step) : 0;
+}
+
+int OpenForWriting(const std::filesystem::path& path, int mode) {
+  if (const int err = FaultAt(path, WriteStep::Create)) {
+    errno = err;
+    return -1;
+  }
+  return ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | mode, 0644);
+}
+
+// Writes every byte; the errno of a failure, or 0.
+int WriteAll(int fd, const std::filesystem::path& path, std::string_view bytes) {
+  const int fault = FaultAt(path, WriteStep::Write);
+  const std::size_t size = fault != 0 ? bytes.size() / 2 : bytes.size();
+  std::size_t done = 0;
+  while (done < size) {
+    const ssize_t n = ::write(fd, bytes.data() + done, size - done);
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) return errno;
+    done += static_cast<std::size_t>(n);
+  }
+  return fault;
+}
+
+int Flush(int fd, const std::filesystem::path& path) {
+  if (const int err = FaultAt(path, WriteStep::Flush)) return err;
+  return ::fsync(fd) == 0 ? 0 : errno;
+}
 
 }  // namespace
 
@@ -80,31 +118,32 @@ std::u16string ReadShiftJisFile(const std::filesystem::path& path) {
   }
 }
 
+ScopedWriteFault::ScopedWriteFault(WriteFault fault) : previous_(std::move(InjectedFault())) {
+  InjectedFault() = std::move(fault);
+}
+
+ScopedWriteFault::~ScopedWriteFault() { InjectedFault() = std::move(previous_); }
+
 void WriteFileWhole(const std::filesystem::path& path, std::string_view bytes) {
   std::filesystem::path temp = path;
   temp += ".tmp";
-  Fd fd(::open(temp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
+  Fd fd(OpenForWriting(temp, O_TRUNC));
   if (fd.get() < 0) Fail(temp, "cannot create the file", errno);
   const auto discard = [&](const std::filesystem::path& failed, const char* what, int err) {
     ::close(fd.release());
     ::unlink(temp.c_str());
     Fail(failed, what, err);
   };
-  std::size_t done = 0;
-  while (done < bytes.size()) {
-    const ssize_t n = ::write(fd.get(), bytes.data() + done, bytes.size() - done);
-    if (n < 0 && errno == EINTR) continue;
-    if (n < 0) discard(temp, "cannot write the file", errno);
-    done += static_cast<std::size_t>(n);
-  }
-  if (::fsync(fd.get()) != 0) discard(temp, "cannot flush the file", errno);
+  if (const int err = WriteAll(fd.get(), temp, bytes)) discard(temp, "cannot write the file", err);
+  if (const int err = Flush(fd.get(), temp)) discard(temp, "cannot flush the file", err);
   if (::close(fd.release()) != 0) {
     const int err = errno;
     ::unlink(temp.c_str());
     Fail(temp, "cannot write the file", err);
   }
-  if (::rename(temp.c_str(), path.c_str()) != 0) {
-    const int err = errno;
+  int err = FaultAt(path, WriteStep::Rename);
+  if (err == 0 && ::rename(temp.c_str(), path.c_str()) != 0) err = errno;
+  if (err != 0) {
     ::unlink(temp.c_str());
     Fail(path, "cannot replace the file", err);
   }
@@ -112,6 +151,38 @@ void WriteFileWhole(const std::filesystem::path& path, std::string_view bytes) {
   const auto folder = path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
   Fd dir(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (dir.get() >= 0) ::fsync(dir.get());
+}
+
+void AppendFileFlushed(const std::filesystem::path& path, std::string_view bytes) {
+  Fd fd(OpenForWriting(path, O_APPEND));
+  if (fd.get() < 0) Fail(path, "cannot open the file for writing", errno);
+  struct stat info {};
+  if (::fstat(fd.get(), &info) != 0) Fail(path, "cannot read the file", errno);
+  // A failed append takes back what it wrote, so the next one starts clean.
+  const auto undo = [&](const char* what, int err) {
+    (void)!::ftruncate(fd.get(), info.st_size);
+    Fail(path, what, err);
+  };
+  if (const int err = WriteAll(fd.get(), path, bytes)) undo("cannot write the file", err);
+  if (const int err = Flush(fd.get(), path)) undo("cannot flush the file", err);
+}
+
+int RemoveLeftoverTemporaries(const std::filesystem::path& folder) {
+  std::error_code error;
+  std::vector<std::filesystem::path> left;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+    const std::filesystem::path& path = entry.path();
+    if (path.extension() != ".tmp" || !entry.is_regular_file(error)) continue;
+    const auto written = path.stem().extension();
+    if (written == ".dax" || written == ".ini" || written == ".dat") left.push_back(path);
+  }
+  int removed = 0;
+  for (const auto& path : left) removed += std::filesystem::remove(path, error) ? 1 : 0;
+  return removed;
+}
+
+void TruncateFile(const std::filesystem::path& path, std::uintmax_t size) {
+  if (::truncate(path.c_str(), static_cast<off_t>(size)) != 0) Fail(path, "cannot shorten the file", errno);
 }
 
 }  // namespace suizo::corpus

@@ -3,6 +3,7 @@
 // old one, so that a crash or a full disk never leaves half a file.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -23,6 +24,37 @@ void ReadFileInto(const std::filesystem::path& path,
 std::u16string ReadShiftJisFile(const std::filesystem::path& path);
 
 void WriteFileWhole(const std::filesystem::path& path, std::string_view bytes);
+
+// Appends the bytes to the file, creating it, and flushes them to disk before
+// returning. A failure leaves the file as it was.
+void AppendFileFlushed(const std::filesystem::path& path, std::string_view bytes);
+
+// Removes what writes cut short by a crash left in the folder: a ".tmp"
+// beside a store, profile or export file. Returns how many went.
+int RemoveLeftoverTemporaries(const std::filesystem::path& folder);
+
+void TruncateFile(const std::filesystem::path& path, std::uintmax_t size);
+
+// The steps of a write that can fail on a full disk or a denied folder.
+enum class WriteStep { Create, Write, Flush, Rename };
+
+// Asked before each step of every write with the file the step works on;
+// returns the errno the step is to fail with, or 0. A failing Write step
+// first writes half of what is left, as a disk filling up does.
+using WriteFault = std::function<int(const std::filesystem::path& file, WriteStep step)>;
+
+// Installs a fault for the life of the object, for tests of what a failed
+// write leaves behind.
+class ScopedWriteFault {
+ public:
+  explicit ScopedWriteFault(WriteFault fault);
+  ~ScopedWriteFault();
+  ScopedWriteFault(const ScopedWriteFault&) = delete;
+  ScopedWriteFault& operator=(const ScopedWriteFault&) = delete;
+
+ private:
+  WriteFault previous_;
+};
 
 // The path as UTF-8, for messages.
 std::string DisplayPath(const std::filesystem::path& path);

@@ -1,11 +1,5 @@
 #include "core/corpus/note_journal.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstring>
-
 #include "core/corpus/dax_file.h"
 #include "core/corpus/errors.h"
 #include "core/corpus/file_io.h"
@@ -98,30 +92,18 @@ void NoteJournal::Record(const Corpus& corpus, TableId table, int row, int field
   const std::string line = std::string(SchemaOf(table).name) + "\t" +
                            text::ToUtf8(KeyOf(corpus, table, row)) + "\t" + std::to_string(field) +
                            "\t" + text::ToUtf8(Escape(text)) + "\n";
-  const int fd = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
-  if (fd < 0)
-    throw CorpusError({DisplayPath(path_)},
-                      std::string("cannot keep the note: ") + std::strerror(errno));
-  std::size_t done = 0;
-  while (done < line.size()) {
-    const ssize_t n = ::write(fd, line.data() + done, line.size() - done);
-    if (n < 0 && errno == EINTR) continue;
-    if (n < 0) {
-      const int err = errno;
-      ::close(fd);
-      throw CorpusError({DisplayPath(path_)},
-                        std::string("cannot keep the note: ") + std::strerror(err));
-    }
-    done += static_cast<std::size_t>(n);
-  }
-  const bool flushed = ::fsync(fd) == 0;
-  ::close(fd);
-  if (!flushed) throw CorpusError({DisplayPath(path_)}, "cannot flush the note to disk");
+  AppendFileFlushed(path_, line);
 }
 
 int NoteJournal::Replay(Corpus& corpus) const {
   if (!Exists()) return 0;
   const std::string bytes = ReadFileBytes(path_);
+  // A line a crash cut short is dropped from the file too, or the next
+  // edit's line would be appended to it and read as one with it.
+  if (!bytes.empty() && bytes.back() != '\n') {
+    const std::size_t whole = bytes.rfind('\n');
+    TruncateFile(path_, whole == std::string::npos ? 0 : whole + 1);
+  }
   int applied = 0;
   std::size_t start = 0;
   // Only whole lines count: a crash in the middle of one leaves it without its end.
@@ -155,9 +137,11 @@ void EditNote(Corpus& corpus, NoteJournal& journal, TableId table, int row, int 
   if (!IsNoteColumn(table, field)) {
     throw CorpusError({std::string(SchemaOf(table).stem), 0, row, field}, "not a note column");
   }
-  journal.Record(corpus, table, row, field, text);
+  // The note is kept first: if the journal cannot take it, the exit still
+  // writes it into the store.
   corpus.table(table).Set(row, field, text);
   DirtyFlag(corpus, table) = 1;
+  journal.Record(corpus, table, row, field, text);
 }
 
 void WriteBackNotes(Corpus& corpus, Selection& selection) {
@@ -181,6 +165,13 @@ void WriteBackNotes(Corpus& corpus, Selection& selection) {
 void CloseStore(Corpus& corpus, Selection& selection, const NoteJournal& journal) {
   WriteBackNotes(corpus, selection);
   journal.Remove();
+}
+
+std::u16string WriteBackFailure(const CorpusError& error, const NoteJournal& journal) {
+  std::u16string out = u"ノートをデータに保存できませんでした。データは保存前のまま残っています。\n";
+  out += journal.Exists() ? u"ノートは notes.journal に残り、次回の起動時に戻されます。\n"
+                          : u"記録ファイルも書けなかったため、今回のノートは失われます。\n";
+  return out + text::FromUtf8(error.what());
 }
 
 }  // namespace suizo::corpus

@@ -5,9 +5,11 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 
 #include "core/corpus/corpus.h"
+#include "core/corpus/errors.h"
 #include "core/corpus/selection.h"
 
 namespace suizo::corpus {
@@ -25,6 +27,7 @@ class NoteJournal {
 
   // Applies the edits of a run that did not end cleanly, marking their tables
   // dirty. Returns how many were applied; an edit whose row is gone is skipped.
+  // A last line a crash cut short is dropped from the file.
   int Replay(Corpus& corpus) const;
 
   bool Exists() const { return std::filesystem::exists(path_); }
@@ -36,7 +39,8 @@ class NoteJournal {
 };
 
 // A note edited: the cell takes the text, the table is marked dirty and the
-// journal records it.
+// journal records it. When the journal cannot be written the CorpusError
+// comes after the cell and the flag are set, so the exit still stores it.
 void EditNote(Corpus& corpus, NoteJournal& journal, TableId table, int row, int field,
               std::u16string_view text);
 
@@ -45,7 +49,16 @@ void EditNote(Corpus& corpus, NoteJournal& journal, TableId table, int row, int 
 // documents in 新修. Nothing is written when nothing changed.
 void WriteBackNotes(Corpus& corpus, Selection& selection);
 
-// The clean end: the write-back, then the journal is no longer needed.
+// The clean end: the write-back, then the journal is no longer needed. A
+// failed write throws with the journal left in place.
 void CloseStore(Corpus& corpus, Selection& selection, const NoteJournal& journal);
+
+// Told when an edit could not be journalled; the reason follows.
+inline constexpr std::u16string_view kNoteNotJournaled =
+    u"ノートを記録ファイルに書き込めませんでした。ノートは画面に保たれ、終了時の保存を待ちます。\n";
+
+// Told when the exit's write-back fails. Each store file is whole, old or
+// new; the notes wait in the journal, if it could be kept, for the next start.
+std::u16string WriteBackFailure(const CorpusError& error, const NoteJournal& journal);
 
 }  // namespace suizo::corpus

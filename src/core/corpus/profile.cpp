@@ -106,20 +106,33 @@ void ProfileFile::Set(std::u16string_view section, std::u16string_view key,
 
 void ProfileFile::Write(std::u16string_view section, std::u16string_view key,
                         std::u16string_view value) {
-  Set(section, key, value);
-  Save();
+  Change([&] { Set(section, key, value); });
 }
 
 void ProfileFile::Write(std::u16string_view section, const Values& values) {
-  for (const auto& [key, value] : values) Set(section, key, value);
-  Save();
+  Change([&] {
+    for (const auto& [key, value] : values) Set(section, key, value);
+  });
 }
 
 void ProfileFile::Write(const std::vector<std::pair<std::u16string, Values>>& sections) {
-  for (const auto& [section, values] : sections) {
-    for (const auto& [key, value] : values) Set(section, key, value);
+  Change([&] {
+    for (const auto& [section, values] : sections) {
+      for (const auto& [key, value] : values) Set(section, key, value);
+    }
+  });
+}
+
+void ProfileFile::Change(const std::function<void()>& edit) {
+  std::vector<std::u16string> before = lines_;
+  edit();
+  try {
+    Save();
+  } catch (...) {
+    // What is read stays what the file holds.
+    lines_ = std::move(before);
+    throw;
   }
-  Save();
 }
 
 void ProfileFile::Save() const {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -27,6 +28,8 @@ class ProfileFile {
                       std::u16string_view fallback) const;
 
   // Writes one key and saves the file whole; other lines stay as they were.
+  // A failed save is a CorpusError that leaves the file and what is read
+  // from it as they were.
   void Write(std::u16string_view section, std::u16string_view key, std::u16string_view value);
   // Several keys, saved once.
   using Values = std::vector<std::pair<std::u16string, std::u16string>>;
@@ -40,6 +43,7 @@ class ProfileFile {
   std::size_t SectionLine(std::u16string_view section) const;  // lines_.size() when absent
   void Set(std::u16string_view section, std::u16string_view key, std::u16string_view value);
   void Save() const;
+  void Change(const std::function<void()>& edit);  // edit, then save or undo
 
   std::filesystem::path path_;
   std::vector<std::u16string> lines_;

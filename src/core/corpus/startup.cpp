@@ -85,6 +85,7 @@ void K3Dat(const std::filesystem::path& exportFile, const std::filesystem::path&
 StartupReport OpenStore(Corpus& corpus, std::u16string_view version, const ImportOptions& options,
                         OutsideDatabase& outside) {
   StartupReport report;
+  RemoveLeftoverTemporaries(corpus.dataPath());
   report.decision = DecideStartup(corpus.dataPath(), version);
   switch (report.decision.path) {
     case StartupPath::Current:

@@ -195,18 +195,23 @@ ReaderOutcome ReaderBase::PageBoxEnter(int box, std::u16string_view text) {
 
 // --- notes ---
 
-void ReaderBase::StoreNote(corpus::TableId table, int row, int column, std::u16string_view startText,
-                           std::u16string_view text) {
-  if (text == startText) return;
+std::u16string ReaderBase::StoreNote(corpus::TableId table, int row, int column,
+                                     std::u16string_view startText, std::u16string_view text) {
+  if (text == startText) return {};
   const std::u16string stored = text::ReplaceAll(text, u"\r\n", u"／");
   if (journal_ != nullptr) {
-    corpus::EditNote(*corpus_, *journal_, table, row, column, stored);
-    return;
+    try {
+      corpus::EditNote(*corpus_, *journal_, table, row, column, stored);
+    } catch (const corpus::CorpusError& e) {
+      return std::u16string(corpus::kNoteNotJournaled) + text::FromUtf8(e.what());
+    }
+    return {};
   }
   corpus_->table(table).Set(row, column, stored);
   (table == corpus::TableId::Dat   ? corpus_->DatDirty
    : table == corpus::TableId::Hok ? corpus_->HokDirty
                                    : corpus_->SDatDirty) = 1;
+  return {};
 }
 
 // --- keys in a pane ---

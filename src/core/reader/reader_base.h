@@ -175,8 +175,9 @@ class ReaderBase {
   // The search's part of the render: the hit counter, colours and captions.
   void SearchView(ReaderView& v) const;
   // A note edited in a pane: a changed text is stored in the line's column,
-  // "／" for each line end, and journalled.
-  void StoreNote(corpus::TableId table, int row, int column, std::u16string_view startText,
+  // "／" for each line end, and journalled. Returns what the user must be
+  // told when the journal could not take it, or nothing.
+  std::u16string StoreNote(corpus::TableId table, int row, int column, std::u16string_view startText,
                  std::u16string_view text);
   const ColumnMeter& meter() const { return *meter_; }
 

@@ -232,8 +232,10 @@ std::optional<std::u16string> WritingsReader::StartNoteEdit(int pane) const {
 ReaderOutcome WritingsReader::EndNoteEdit(int pane, std::u16string_view startText, std::u16string_view text) {
   const int column = NoteColumnOf(pane);
   if (column == 0 || Lpos() < 1 || Lpos() > corpus_->DasMaxY) return {};
-  StoreNote(corpus::TableId::Dat, corpus_->DatOrder[static_cast<std::size_t>(Lpos())], column, startText, text);
-  return Redraw();
+  ReaderOutcome out = Redraw();
+  out.message =
+      StoreNote(corpus::TableId::Dat, corpus_->DatOrder[static_cast<std::size_t>(Lpos())], column, startText, text);
+  return out;
 }
 
 void WritingsReader::Deactivate() {

@@ -27,8 +27,9 @@ std::optional<std::u16string> ScriptureReader::StartNoteEdit(int pane) const {
 ReaderOutcome ScriptureReader::EndNoteEdit(int pane, std::u16string_view startText, std::u16string_view text) {
   const int row = NoteRow();
   if (pane != 4 || row == 0) return {};
-  StoreNote(NoteTable(), row, NoteColumn(), startText, text);
-  return Redraw();
+  ReaderOutcome out = Redraw();
+  out.message = StoreNote(NoteTable(), row, NoteColumn(), startText, text);
+  return out;
 }
 
 void ScriptureReader::HorizontalPanes(ReaderView& v, const std::array<std::u16string, 4>& texts,

@@ -14,6 +14,7 @@
 #include "app/views/contents_form.h"
 #include "app_test.h"
 #include "started_program.h"
+#include "core/corpus/note_journal.h"
 #include "core/corpus/orders.h"
 #include "core/corpus/settings.h"
 #include "core/text/numbers.h"
@@ -210,6 +211,29 @@ class ChronologyFormTest : public QObject {
     form->model().RowChange(longest == 1 ? 2 : longest - 1);
     form->Show();
     QVERIFY(grid->CellRect(longest, views::kEventCol).height() <= normal + 1);
+  }
+
+  void aDamagedStoreEndsTheRunWhenItOpensAndKeepsTheNotes() {
+    program_->End();
+    program_.reset();
+    QTemporaryDir damaged;
+    const std::filesystem::path dir = damaged.path().toStdString();
+    std::filesystem::copy(Path(), dir, std::filesystem::copy_options::recursive);
+    const std::filesystem::path nen = dir / std::filesystem::u8path("年表.dax");
+    std::filesystem::resize_file(nen, std::filesystem::file_size(nen) / 2 + 1);  // inside a row
+    program_ = std::make_unique<Program>(dir, settings_, u"0.1.0");
+    QStringList told;
+    program_->showError = [&told](const QString& message) { told << message; };
+    program_->toast = [](QWidget*) {};
+    QVERIFY(program_->Start());
+    corpus::EditNote(program_->corpus(), *program_->journal(), corpus::TableId::Dat, 12, 48, u"残す覚え");
+    OpenAt(u"10154");
+    QCOMPARE(told.size(), 1);
+    QVERIFY2(told[0].contains(QStringLiteral("年表.dax")), qPrintable(told[0]));
+    QTRY_VERIFY(program_->Ending());
+    corpus::Corpus after(dir);
+    after.ReadData(0);
+    QCOMPARE(platform::Q(after.Dat().Get(12, 48)), QStringLiteral("残す覚え"));
   }
 };
 
