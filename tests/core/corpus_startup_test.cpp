@@ -1,9 +1,14 @@
 #include "core/corpus/startup.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
 
 #include "core/corpus/dax_file.h"
 #include "core/corpus/errors.h"
+#include "core/corpus/file_io.h"
 #include "test_support.h"
 
 namespace suizo::corpus {
@@ -67,6 +72,15 @@ class Reconversion : public ::testing::Test {
     for (const TableId id : {TableId::Dat, TableId::Hok, TableId::SDat})
       WriteDax(old.FilePath(id, ".dax"), old.table(id));
   }
+  // The start, and whether it carried the three notes.
+  bool NotesKept(StartupPath expected) {
+    Corpus corpus(dir.path());
+    NoOutsideDatabase outside;
+    const StartupReport report = OpenStore(corpus, kVersion, ImportOptionsFor(dir.path()), outside);
+    EXPECT_EQ(report.decision.path, expected);
+    return corpus.Dat().Get(SysNo(corpus, key), 48) == u"読み直すこと" && corpus.Hok().Get(12, 36) == u"異読あり" &&
+           corpus.SDat().Get(SysNoS(corpus, sourceKey), 8) == u"翻刻の誤り";
+  }
   TempDir dir;
   int note2Row = 0;
   std::u16string key, sourceKey;
@@ -88,6 +102,77 @@ TEST_F(Reconversion, NotesSurviveANewImport) {
       testing::ReadBytes(dir / "memo2.dat").find(text::EncodeSjis(key + u",\"読み直すこと\"\r\n")),
       std::string::npos);
   EXPECT_EQ(DecideStartup(dir.path(), kVersion).path, StartupPath::Current);
+}
+
+TEST_F(Reconversion, AStoreWithoutItsVersionKeepsItsNotesAndAMissingExportIsNamedFirst) {
+  const std::string dat = testing::ReadBytes(dir / "翠典本文.dax");
+  std::filesystem::remove(dir / "ver.dax");
+  std::filesystem::rename(dir / "法華経科文.dat", dir / "away");
+  Corpus corpus(dir.path());
+  NoOutsideDatabase outside;
+  try {
+    OpenStore(corpus, kVersion, ImportOptionsFor(dir.path()), outside);
+    ADD_FAILURE() << "rebuilt without an export";
+  } catch (const CorpusError& e) {
+    EXPECT_NE(std::string(e.what()).find("法華経科文.dat"), std::string::npos) << e.what();
+  }
+  EXPECT_EQ(testing::ReadBytes(dir / "翠典本文.dax"), dat);  // nothing written yet
+  std::filesystem::rename(dir / "away", dir / "法華経科文.dat");
+  EXPECT_TRUE(NotesKept(StartupPath::FirstRun));
+  EXPECT_TRUE(NotesKept(StartupPath::Current));  // stored, not only restored in memory
+}
+
+TEST_F(Reconversion, ARebuildKilledAtAnyPointKeepsTheNotes) {
+  WriteVersion(dir.path(), u"0.9.0");
+  const std::filesystem::path saved = dir / "saved";
+  std::filesystem::create_directory(saved);
+  for (const auto& entry : std::filesystem::directory_iterator(dir.path())) {
+    if (entry.is_regular_file()) std::filesystem::copy_file(entry.path(), saved / entry.path().filename());
+  }
+  // Counts the write steps of a whole rebuild, then kills one at about every
+  // twelfth of them, the last step included.
+  const auto rebuildKilledAt = [&](int k) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      int count = 0;
+      ScopedWriteFault kill([&count, k](const std::filesystem::path&, WriteStep) {
+        if (++count == k) ::raise(SIGKILL);
+        return 0;
+      });
+      Corpus corpus(dir.path());
+      NoOutsideDatabase outside;
+      OpenStore(corpus, kVersion, ImportOptionsFor(dir.path()), outside);
+      ::_exit(count < 256 ? count : 255);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return status;
+  };
+  const auto restore = [&] {
+    for (const auto& entry : std::filesystem::directory_iterator(dir.path())) {
+      if (entry.is_regular_file()) std::filesystem::remove(entry.path());
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(saved)) {
+      std::filesystem::copy_file(entry.path(), dir.path() / entry.path().filename());
+    }
+  };
+  const int whole = rebuildKilledAt(0);
+  ASSERT_TRUE(WIFEXITED(whole));
+  const int steps = WEXITSTATUS(whole);
+  ASSERT_GT(steps, 40);
+  for (int k = 1; k <= steps; k += steps / 12 > 0 ? steps / 12 : 1) {
+    for (const int at : {k, k == 1 ? steps : 0}) {
+      if (at == 0) continue;
+      SCOPED_TRACE(at);
+      restore();
+      ASSERT_TRUE(WIFSIGNALED(rebuildKilledAt(at)));
+      // Killed twice: once in the rebuild, once in the rebuild that follows.
+      if (at > steps / 2) {
+        ASSERT_TRUE(WIFSIGNALED(rebuildKilledAt(at / 3 + 1)));
+      }
+      EXPECT_TRUE(NotesKept(DecideStartup(dir.path(), kVersion).path));
+    }
+  }
 }
 
 TEST_F(Reconversion, AStoreOlderThanZeroEightHasNoSourceNotes) {

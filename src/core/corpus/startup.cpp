@@ -1,5 +1,8 @@
 #include "core/corpus/startup.h"
 
+#include <optional>
+
+#include "core/corpus/dax_file.h"
 #include "core/corpus/errors.h"
 #include "core/corpus/file_io.h"
 #include "core/corpus/note_journal.h"
@@ -13,13 +16,40 @@ namespace {
 
 constexpr int kStartGroups[] = {0, 1, 2, 6};
 
-bool ExportsPresent(const std::filesystem::path& dataPath) {
+// Set while the notes of a store being rebuilt are only in the memo files:
+// a start that finds it takes the notes from them rather than exporting
+// them again from a store the rebuild may already have replaced.
+constexpr char kNotesPending[] = "notes.pending";
+
+// A rebuild needs every table's export: with none there is nothing to
+// convert, and one missing is named before anything is written.
+void RequireExports(const std::filesystem::path& dataPath) {
+  std::optional<std::filesystem::path> missing;
+  bool any = false;
   for (const TableSchema& schema : Schemas()) {
     std::u8string name(schema.stem.begin(), schema.stem.end());
     name += u8".dat";
-    if (!std::filesystem::exists(dataPath / name)) return false;
+    if (std::filesystem::exists(dataPath / name)) {
+      any = true;
+    } else if (!missing) {
+      missing = dataPath / name;
+    }
   }
-  return true;
+  if (!any) throw CorpusError({DisplayPath(dataPath)}, text::ToUtf8(kNoProductMessage));
+  if (missing) throw CorpusError({DisplayPath(*missing)}, "the export is missing; the store is rebuilt from all twelve");
+}
+
+// Keeps the notes of the store about to be rebuilt in the memo files, once.
+void KeepNotes(Corpus& corpus, const StartupDecision& decision) {
+  const auto pending = corpus.dataPath() / kNotesPending;
+  if (std::filesystem::exists(pending)) return;
+  corpus.ReadData(0);
+  corpus.ReadData(2);
+  // Stores older than 0.8 had no source notes.
+  const bool sources = decision.path == StartupPath::FirstRun || text::Val(decision.storedVersion) >= 0.8;
+  if (sources) corpus.ReadData(6);
+  ExportNotes(corpus, sources);
+  WriteFileWhole(pending, "");
 }
 
 }  // namespace
@@ -85,38 +115,41 @@ void K3Dat(const std::filesystem::path& exportFile, const std::filesystem::path&
 StartupReport OpenStore(Corpus& corpus, std::u16string_view version, const ImportOptions& options,
                         OutsideDatabase& outside) {
   StartupReport report;
-  RemoveLeftoverTemporaries(corpus.dataPath());
-  report.decision = DecideStartup(corpus.dataPath(), version);
+  const auto& dataPath = corpus.dataPath();
+  RemoveLeftoverTemporaries(dataPath);
+  report.decision = DecideStartup(dataPath, version);
   switch (report.decision.path) {
     case StartupPath::Current:
+      // A rebuild that got as far as the version had its notes stored.
+      std::filesystem::remove(dataPath / kNotesPending);
       break;
-    case StartupPath::Reconvert: {
-      corpus.ReadData(0);
-      corpus.ReadData(2);
-      // Stores older than 0.8 had no source notes.
-      const bool sources = text::Val(report.decision.storedVersion) >= 0.8;
-      if (sources) corpus.ReadData(6);
-      ExportNotes(corpus, sources);
-      report.notesRestored = true;
-      ReadDataFirst(corpus, options);
-      WriteVersion(corpus.dataPath(), version);
-      break;
-    }
+    case StartupPath::Reconvert:
     case StartupPath::FirstRun:
-      if (!outside.ExportTo(corpus.dataPath()) && !ExportsPresent(corpus.dataPath())) {
-        throw CorpusError({DisplayPath(corpus.dataPath())}, text::ToUtf8(kNoProductMessage));
+      if (report.decision.path == StartupPath::FirstRun) outside.ExportTo(dataPath);
+      RequireExports(dataPath);
+      // A store left without its version still holds the user's notes.
+      if (report.decision.path == StartupPath::Reconvert ||
+          std::filesystem::exists(corpus.FilePath(TableId::Dat, ".dax"))) {
+        KeepNotes(corpus, report.decision);
+        report.notesRestored = true;
       }
       ReadDataFirst(corpus, options);
-      WriteVersion(corpus.dataPath(), version);
+      if (!report.notesRestored) WriteVersion(dataPath, version);
       break;
   }
   for (const int group : kStartGroups) corpus.ReadData(group);
   if (report.notesRestored) {
     RestoreNotes(corpus);
     corpus.DatDirty = corpus.HokDirty = corpus.SDatDirty = 1;
+    // The notes are in the new store before it counts as current.
+    for (const TableId id : {TableId::Dat, TableId::Hok, TableId::SDat}) {
+      WriteDax(corpus.FilePath(id, ".dax"), corpus.table(id));
+    }
+    WriteVersion(dataPath, version);
+    std::filesystem::remove(dataPath / kNotesPending);
   }
   // Edits of a run that did not end cleanly.
-  report.journalEntries = NoteJournal(corpus.dataPath()).Replay(corpus);
+  report.journalEntries = NoteJournal(dataPath).Replay(corpus);
   return report;
 }
 
