@@ -147,10 +147,7 @@ std::unique_ptr<reader::OpenWindow> Program::MakeWindow(reader::FormKind kind) {
       try {
         corpus_->ReadData(3);
       } catch (const corpus::CorpusError& e) {
-        // A damaged chronology store ends the run, the notes kept, once
-        // the window being opened is in place.
-        showError(QString::fromUtf8(e.what()));
-        QTimer::singleShot(0, this, &Program::End);
+        Stop(e.what());  // the window opens empty and goes with the rest
       }
       return std::make_unique<ChronologyEntry>(*this);
     case reader::FormKind::Form6: {
@@ -264,7 +261,13 @@ bool Program::Start() {
         static_cast<ContentsList&>(windows_->Single(reader::FormKind::Form9));
     contents_ = window.form();
     WireContents(*contents_);
-    window.model().ConvSui = [this] { views::ConvSui(*corpus_, selection_, *windows_); };
+    window.model().ConvSui = [this] {
+      try {
+        views::ConvSui(*corpus_, selection_, *windows_);
+      } catch (const corpus::CorpusError& e) {
+        Stop(e.what());
+      }
+    };
     window.Hyouji();
     window.Show();
     window.model().ClevWrite();
@@ -285,6 +288,7 @@ void Program::OpenSelection(QWidget* over) {
   SelectionDialogWindow dialog(*corpus_, selection_, *windows_, settings_, store_,
                                over != nullptr ? over : contents_);
   dialog.exec();
+  if (!dialog.Failure().empty()) Stop(dialog.Failure());
 }
 
 void Program::OpenSettings(QWidget* over) {
@@ -301,6 +305,11 @@ void Program::OpenSettings(QWidget* over) {
   dialog.exec();
   // Everything was deleted: the run ends the usual way.
   if (exit) End();
+}
+
+void Program::Stop(const std::string& message) {
+  showError(QString::fromStdString(message));
+  QTimer::singleShot(0, this, &Program::End);
 }
 
 void Program::End() {

@@ -61,6 +61,10 @@ class Program : public QObject {
   // closes.
   bool CloseView(reader::OpenWindow& window, QCloseEvent& event);
   bool Ending() const { return ending_; }
+  // A fault in the data met while running, as a damaged store or record
+  // gives: its message, then the end as "終了" makes it, once the events
+  // under way are done.
+  void Stop(const std::string& message);
 
   corpus::Corpus& corpus() { return *corpus_; }
   corpus::Selection& selection() { return selection_; }

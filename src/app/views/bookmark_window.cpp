@@ -137,9 +137,14 @@ reader::Confirm BookmarkWindow::Question() {
 }
 
 void BookmarkWindow::Command1() {
-  if (auto move = model_.Command1(Question())) {
-    moved_ = std::move(move);
-    accept();
+  try {
+    if (auto move = model_.Command1(Question())) {
+      moved_ = std::move(move);
+      accept();
+    }
+  } catch (const corpus::CorpusError& e) {
+    failure_ = e.what();
+    reject();
   }
 }
 

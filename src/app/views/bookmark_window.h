@@ -12,6 +12,7 @@
 #include <array>
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "core/corpus/bookmarks.h"
 #include "core/corpus/corpus.h"
@@ -43,6 +44,8 @@ class BookmarkWindow : public QDialog {
   const std::optional<reader::BookmarkMove>& moved() const { return moved_; }
   // The bookmark written, 1 to 10, or 0.
   int written() const { return written_; }
+  // The fault the data gave while the bookmark's collection was placed.
+  const std::string& failure() const { return failure_; }
 
   // `Form10`: true for "はい". Tests and the owner may put another here.
   std::function<bool(QWidget*, const QString&)> ask;
@@ -72,6 +75,7 @@ class BookmarkWindow : public QDialog {
   QPushButton* command3_ = nullptr;
   std::optional<reader::BookmarkMove> moved_;
   int written_ = 0;
+  std::string failure_;
 };
 
 }  // namespace suizo::app

@@ -380,6 +380,10 @@ void ReaderForm::OpenBookmarks() {
                         program_.store(), mov, this);
   dialog.ask = program_.ask;
   dialog.exec();
+  if (!dialog.failure().empty()) {
+    program_.Stop(dialog.failure());
+    return;
+  }
   const std::optional<reader::BookmarkMove>& moved = dialog.moved();
   if (!moved) return;
   // The bookmark's collection is in force already: every open window

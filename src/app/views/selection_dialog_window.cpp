@@ -12,6 +12,7 @@
 #include "app/platform/proportional_resize.h"
 #include "app/platform/qt_text.h"
 #include "app/views/balloon_help_qt.h"
+#include "core/corpus/errors.h"
 #include "core/corpus/settings_dialog.h"
 
 namespace suizo::app {
@@ -124,7 +125,11 @@ void SelectionDialogWindow::Read() {
 void SelectionDialogWindow::Command1() {
   Read();
   model_.Command1(selection_);
-  views::ConvSui(corpus_, selection_, windows_);
+  try {
+    views::ConvSui(corpus_, selection_, windows_);
+  } catch (const corpus::CorpusError& e) {
+    failure_ = e.what();
+  }
   accept();
 }
 

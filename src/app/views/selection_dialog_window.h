@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <array>
+#include <string>
 
 #include "core/corpus/corpus.h"
 #include "core/corpus/selection.h"
@@ -33,6 +34,8 @@ class SelectionDialogWindow : public QDialog {
 
   // The dialog closed without "確定": nothing was applied.
   bool Cancelled() const { return cancelled_; }
+  // The fault the data gave while the collection was placed; empty when none.
+  const std::string& Failure() const { return failure_; }
   const views::SelectionDialog& model() const { return model_; }
   BalloonHelpQt* balloons() const { return balloons_; }
 
@@ -63,6 +66,7 @@ class SelectionDialogWindow : public QDialog {
   QPushButton* command2_ = nullptr;
   BalloonHelpQt* balloons_ = nullptr;
   bool cancelled_ = false;
+  std::string failure_;
   bool pointerMoved_ = false;
   double aspect_ = 0;  // height over width, kept while resized
   bool fitting_ = false;

@@ -14,7 +14,6 @@
 #include "app/views/contents_form.h"
 #include "app_test.h"
 #include "started_program.h"
-#include "core/corpus/note_journal.h"
 #include "core/corpus/orders.h"
 #include "core/corpus/settings.h"
 #include "core/text/numbers.h"
@@ -59,22 +58,6 @@ class ChronologyFormTest : public QObject {
   // The middle of a cell in the grid's viewport, where the mouse goes.
   static QPoint At(platform::Grid* grid, int row, int col) {
     return grid->viewport()->mapFrom(grid, grid->CellRect(row, col).center());
-  }
-
-  // Runs `act` on the modal dialog that `open` brings up.
-  static void WithDialog(const std::function<void()>& open, const std::function<void(QDialog&)>& act) {
-    bool acted = false;
-    QTimer timer;
-    timer.setInterval(20);
-    connect(&timer, &QTimer::timeout, [&] {
-      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-      if (dialog == nullptr || acted) return;
-      acted = true;
-      act(*dialog);
-    });
-    timer.start();
-    open();
-    QVERIFY(acted);
   }
 
  private slots:
@@ -146,7 +129,7 @@ class ChronologyFormTest : public QObject {
     QVERIFY(form);
     auto* count = form->findChild<QLabel*>("Label5");
     const QString all = count->text();
-    WithDialog([&] { form->findChild<QPushButton*>("Command7")->click(); },
+    apptest::WithDialog([&] { form->findChild<QPushButton*>("Command7")->click(); },
                [](QDialog& dialog) {
                  QCOMPARE(dialog.objectName(), QStringLiteral("Form14"));
                  dialog.findChild<QCheckBox*>("Check2_0")->click();
@@ -155,7 +138,7 @@ class ChronologyFormTest : public QObject {
     QVERIFY(count->text() != all);
     QCOMPARE(form->findChild<QLabel*>("Label4")->text(), QStringLiteral("774"));  // found again
 
-    WithDialog([&] { form->OpenFilter(); },
+    apptest::WithDialog([&] { form->OpenFilter(); },
                [](QDialog& dialog) {
                  for (int i = 1; i < 6; ++i) dialog.findChild<QCheckBox*>(QStringLiteral("Check2_%1").arg(i))->click();
                  QVERIFY(!dialog.findChild<QCheckBox*>("Check2_6")->isEnabled());
@@ -213,28 +196,6 @@ class ChronologyFormTest : public QObject {
     QVERIFY(grid->CellRect(longest, views::kEventCol).height() <= normal + 1);
   }
 
-  void aDamagedStoreEndsTheRunWhenItOpensAndKeepsTheNotes() {
-    program_->End();
-    program_.reset();
-    QTemporaryDir damaged;
-    const std::filesystem::path dir = damaged.path().toStdString();
-    std::filesystem::copy(Path(), dir, std::filesystem::copy_options::recursive);
-    const std::filesystem::path nen = dir / std::filesystem::u8path("年表.dax");
-    std::filesystem::resize_file(nen, std::filesystem::file_size(nen) / 2 + 1);  // inside a row
-    program_ = std::make_unique<Program>(dir, settings_, u"0.1.0");
-    QStringList told;
-    program_->showError = [&told](const QString& message) { told << message; };
-    program_->toast = [](QWidget*) {};
-    QVERIFY(program_->Start());
-    corpus::EditNote(program_->corpus(), *program_->journal(), corpus::TableId::Dat, 12, 48, u"残す覚え");
-    OpenAt(u"10154");
-    QCOMPARE(told.size(), 1);
-    QVERIFY2(told[0].contains(QStringLiteral("年表.dax")), qPrintable(told[0]));
-    QTRY_VERIFY(program_->Ending());
-    corpus::Corpus after(dir);
-    after.ReadData(0);
-    QCOMPARE(platform::Q(after.Dat().Get(12, 48)), QStringLiteral("残す覚え"));
-  }
 };
 
 SUIZO_APP_TEST(ChronologyFormTest);

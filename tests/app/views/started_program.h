@@ -2,8 +2,12 @@
 // would show fails the test, and the toast "not found" stays silent.
 #pragma once
 
+#include <QApplication>
+#include <QDialog>
 #include <QTest>
+#include <QTimer>
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 #include "app/corpus/program.h"
@@ -18,6 +22,22 @@ inline std::unique_ptr<app::Program> StartedProgram(const std::filesystem::path&
   program->toast = [](QWidget*) {};
   if (!program->Start()) return nullptr;
   return program;
+}
+
+// Runs `act` on the modal dialog that `open` brings up; fails when none came.
+inline void WithDialog(const std::function<void()>& open, const std::function<void(QDialog&)>& act) {
+  bool acted = false;
+  QTimer timer;
+  timer.setInterval(20);
+  QObject::connect(&timer, &QTimer::timeout, [&] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr || acted) return;
+    acted = true;
+    act(*dialog);
+  });
+  timer.start();
+  open();
+  QVERIFY(acted);
 }
 
 }  // namespace suizo::apptest
