@@ -45,9 +45,9 @@ inline void WriteBytes(const std::filesystem::path& path, std::string_view bytes
       .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 
+// The file's bytes; empty when there is no such file.
 inline std::string ReadBytes(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), {});
+  return std::filesystem::is_regular_file(path) ? corpus::ReadFileBytes(path) : std::string();
 }
 
 // UTF-16LE bytes of a text, with the byte-order mark when asked.
