@@ -33,6 +33,17 @@ TEST(Val, FullWidthDigitsAreNotANumber) {
   EXPECT_DOUBLE_EQ(Val(u"１２"), 0);
 }
 
+TEST(Val, AsAWholeNumberIsCutTowardZeroAndBoundedWhateverTheDataHolds) {
+  EXPECT_EQ(ValInt(u"12.9"), 12);
+  EXPECT_EQ(ValInt(u"-12.9"), -12);
+  EXPECT_EQ(ValInt(u"x"), 0);
+  EXPECT_EQ(ValInt(u"10154101541015"), 1 << 30);
+  EXPECT_EQ(ValInt(u"-1e300"), -(1 << 30));
+  EXPECT_EQ(ValInt(u"1e999"), 1 << 30);  // beyond a double: infinity
+  EXPECT_EQ(ValWhole(u"10154101541015"), 10154101541015);
+  EXPECT_EQ(ValWhole(u"1e300"), std::int64_t{1} << 53);
+}
+
 TEST(ParseNumber, AcceptsOnlyAWholeDecimalNumber) {
   EXPECT_EQ(ParseNumber(u"0012.50"), 12.5);
   EXPECT_EQ(ParseNumber(u" 7 "), 7);

@@ -39,7 +39,7 @@ std::vector<std::u16string> ReadClassTable(const std::filesystem::path& path) {
     const auto values = text::Split(record, u",");
     if (values.size() != 2)
       throw CorpusError({file, line}, "a line holds an entry's key and its class");
-    const auto key = static_cast<long>(text::Val(values[0]));
+    const auto key = text::ValWhole(values[0]);
     if (key < 0 || key >= kClassTableSize) {
       throw CorpusError({file, line, -1, -1, "辞基本No"}, "the key is outside 0 to 40000");
     }
@@ -56,7 +56,7 @@ void ApplyClassTable(Table& dic, const std::filesystem::path& path) {
   }
   const std::vector<std::u16string> classes = ReadClassTable(path);
   for (int row = 1; row <= dic.rows(); ++row) {
-    const auto key = static_cast<long>(text::Val(dic.Get(row, dic::kKey)));
+    const auto key = text::ValWhole(dic.Get(row, dic::kKey));
     if (key < 0 || key >= kClassTableSize) {
       throw CorpusError({DisplayPath(path), 0, row, dic::kKey, "辞基本No"},
                         "the dictionary's key is outside the class table's 0 to 40000");

@@ -79,7 +79,7 @@ void Restore(Corpus& corpus, const NoteFile& file) {
     const std::u16string_view note = record.substr(open + 1, record.size() - open - 2);
     int row = 0;
     if (file.key == KeyKind::RowNumber) {
-      row = static_cast<int>(text::Val(keyText));
+      row = text::ValInt(keyText);
       if (row < 1 || row > table.rows()) row = table.rows() + 1;
     } else {
       const std::u16string key = text::NumberText(text::Val(keyText));

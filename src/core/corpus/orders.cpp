@@ -170,8 +170,8 @@ ReaderPlace FindSourceReaderPlace(const Corpus& corpus, std::u16string_view oldL
   if (corpus.SMosMaxY == 0) return place;
   const Table& sdat = corpus.SDat();
   const auto firstOf = [&](int m) {
-    return static_cast<int>(text::Val(
-        corpus.SMok().Get(corpus.SMokOrder[static_cast<std::size_t>(m)], smok::kPosition)));
+    return text::ValInt(
+        corpus.SMok().Get(corpus.SMokOrder[static_cast<std::size_t>(m)], smok::kPosition));
   };
   place.Mpos = 1;
   place.Lpos = firstOf(1);

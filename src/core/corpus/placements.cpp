@@ -131,7 +131,7 @@ int List(Corpus& corpus, const Selection& selection, bool narrowed) {
     if (mok.Get(row, start).empty() || mok.Get(row - 1, mok::kSysNo) == mok.Get(row, mok::kSysNo))
       continue;
     ++placed;
-    if (!selection.Shows(static_cast<int>(text::Val(mok.Get(row, mok::kClass))))) continue;
+    if (!selection.Shows(text::ValInt(mok.Get(row, mok::kClass)))) continue;
     if (narrowed && text::Val(mok.Get(row, mok::kMark)) != 0) continue;
     corpus.MokOrder.push_back(row);
   }
@@ -182,7 +182,7 @@ void ConvMok(Corpus& corpus, Selection& selection) {
   for (int m = 1; m <= corpus.MosMaxY; ++m) {
     const int row = corpus.MokOrder[static_cast<std::size_t>(m)];
     if (!mok.Get(row, mok::kDating).empty()) continue;
-    const int p = static_cast<int>(text::Val(mok.Get(row, mok::kPosition))) + 1;
+    const int p = text::ValInt(mok.Get(row, mok::kPosition)) + 1;
     if (p < 1 || p > corpus.DasMaxY) continue;
     const int text = corpus.DatOrder[static_cast<std::size_t>(p)];
     mok.Set(row, mok::kDating, dat.Get(text, dat::kDating));

@@ -40,7 +40,7 @@ int NearestIndex(std::span<const std::u16string_view> list, int value) {
 }
 
 int VerticalValue(int index) {
-  return static_cast<int>(text::Val(At(kVertical, index)));
+  return text::ValInt(At(kVertical, index));
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ std::u16string Question(int i, std::u16string_view tail) {
 }
 
 int Number(std::u16string_view text) {
-  return static_cast<int>(text::Val(text));
+  return text::ValInt(text);
 }
 
 }  // namespace

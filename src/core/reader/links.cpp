@@ -97,7 +97,7 @@ std::u16string LinkRefs(std::u16string_view text, const corpus::Corpus& corpus) 
 
 LinkTarget ResolveLink(std::u16string_view href, corpus::Corpus& corpus) {
   if (!href.empty() && href.front() == u'D') {
-    return {LinkTarget::Kind::Line, static_cast<int>(text::Val(href.substr(1))), {}};
+    return {LinkTarget::Kind::Line, text::ValInt(href.substr(1)), {}};
   }
   const double x = text::Val(href);
   if (x > 65 && x < 722) {

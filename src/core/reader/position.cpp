@@ -18,7 +18,7 @@ LineOrder LineOrder::Sources(const corpus::Corpus& c) {
 }
 
 int LineOrder::FirstLineOf(int mpos) const {
-  return static_cast<int>(text::Val(works->Get((*workOrder)[static_cast<std::size_t>(mpos)], firstLineField)));
+  return text::ValInt(works->Get((*workOrder)[static_cast<std::size_t>(mpos)], firstLineField));
 }
 
 // Movement tests for the mark anywhere in the field.

@@ -91,6 +91,22 @@ double Val(std::u16string_view text) {
   return std::strtod(number.c_str(), nullptr);
 }
 
+namespace {
+
+template <typename Int>
+Int Bounded(double value, double bound) {
+  if (!(value == value)) return 0;  // not a number
+  if (value >= bound) return static_cast<Int>(bound);
+  if (value <= -bound) return static_cast<Int>(-bound);
+  return static_cast<Int>(value);
+}
+
+}  // namespace
+
+int ValInt(std::u16string_view text) { return Bounded<int>(Val(text), 1073741824.0); }
+
+std::int64_t ValWhole(std::u16string_view text) { return Bounded<std::int64_t>(Val(text), 9007199254740992.0); }
+
 std::optional<double> ParseNumber(std::u16string_view text) {
   std::size_t i = 0;
   std::size_t end = text.size();

@@ -15,6 +15,13 @@ namespace suizo::text {
 // "" and "abc" are 0, "1e3" is 1000. Digits are ASCII only.
 double Val(std::u16string_view text);
 
+// `Val` cut toward zero to a whole number for use as a count, a row or a
+// class. Damaged data may hold any number: one beyond ±2^30 (±2^53 for the
+// wide form) reads as that bound, which leaves room for the little
+// arithmetic done on such numbers without overflow.
+int ValInt(std::u16string_view text);
+std::int64_t ValWhole(std::u16string_view text);
+
 // Whether the text at `at` has the shape of `form`, in which "#" stands
 // for an ASCII digit and every other character for itself, as `Like` reads
 // "(#####)" or "№#####.#".

@@ -15,6 +15,8 @@ namespace {
 namespace nen = corpus::nen;
 using text::IntText;
 using text::Val;
+using text::ValInt;
+using text::ValWhole;
 
 inline constexpr int kEra = 3;                   // 年号
 inline constexpr int kMonthDay = 6;              // 月日
@@ -127,7 +129,7 @@ double FitRowHeight(double rowHeight, std::span<const double> labHeights) {
 
 std::u16string AgeText(std::u16string_view seireki, double nenNo) {
   if (seireki.empty()) return {};
-  const auto v = static_cast<std::int64_t>(Val(seireki)) - 1221;
+  const auto v = ValWhole(seireki) - 1221;
   if (nenNo > 1590) return IntText(v - 60) + u"*";
   return IntText(v <= 0 ? v - 1 : v);
 }
@@ -173,7 +175,7 @@ void Chronology::NenSort() {
   const corpus::Table& nen = corpus_.Nen();
   order_.assign(1, 0);
   for (int r = 1; r <= nen.rows(); ++r) {
-    const auto kind = static_cast<int>(Val(nen.Get(r, kKind)));
+    const auto kind = ValInt(nen.Get(r, kKind));
     if (kind < 0 || kind > 5 || NenSel[static_cast<std::size_t>(kind)] == 0) continue;
     if (NenSel[6] == 0 && Val(nen.Get(r, nen::kToldFlag)) == 1) continue;
     if (Val(nen.Get(r, nen::kShown)) < 0) continue;
@@ -194,7 +196,7 @@ Chronology::LinkCell Chronology::Column9(int row) const {
     cell.link = true;
     const corpus::Table& dat = corpus_.Dat();
     const bool classOff =
-        !selection_.Shows(static_cast<int>(Val(LinkedCell(dat, linked, corpus::dat::kClass))));
+        !selection_.Shows(ValInt(LinkedCell(dat, linked, corpus::dat::kClass)));
     const bool notInCollection =
         selection_.Gk > 0 && Val(LinkedCell(dat, linked, selection_.Gk)) == 0;
     const bool refinedAway =
@@ -217,7 +219,7 @@ ChronologyRow Chronology::MakeRow(int row) const {
   }
   r.text[kEraCol] = Left(Field(row, kEra), kEraChars);
   r.text[kAgeCol] = AgeText(Field(row, kSeireki), Val(Field(row, nen::kNumber)));
-  r.kind = static_cast<int>(Val(Field(row, kKind)));
+  r.kind = ValInt(Field(row, kKind));
   r.height = BaseRow;
   if (Fold == 1) return r;  // the details are hidden and link nowhere
   r.text[kDayCol] = Field(row, kMonthDay);
@@ -462,11 +464,11 @@ bool Chronology::Command14() {
   refineWord_.back() = Combo1;
   corpus::Table& nen = corpus_.Nen();
   for (int r = 1; r <= nen.rows(); ++r) {
-    nen.Set(r, nen::kShown, IntText(static_cast<std::int64_t>(Val(nen.Get(r, nen::kShown))) - 1));
+    nen.Set(r, nen::kShown, IntText(ValWhole(nen.Get(r, nen::kShown)) - 1));
   }
   for (int i = 1; i <= Srn; ++i) {
     const int r = sr_[static_cast<std::size_t>(i)].second;
-    nen.Set(r, nen::kShown, IntText(static_cast<std::int64_t>(Val(nen.Get(r, nen::kShown))) + 1));
+    nen.Set(r, nen::kShown, IntText(ValWhole(nen.Get(r, nen::kShown)) + 1));
   }
   ++RefineCount;
   UpdateGauge();
@@ -480,7 +482,7 @@ void Chronology::Command15() {
   if (RefineCount <= 0) return;
   corpus::Table& nen = corpus_.Nen();
   for (int r = 1; r <= nen.rows(); ++r) {
-    const auto mark = static_cast<std::int64_t>(Val(nen.Get(r, nen::kShown)));
+    const auto mark = ValWhole(nen.Get(r, nen::kShown));
     if (mark < 0) nen.Set(r, nen::kShown, IntText(mark + 1));
   }
   --RefineCount;
@@ -553,7 +555,7 @@ std::vector<ChronologyJump> Chronology::LinkToWritings(int kind) const {
   if (Fold == 1 || !Listed()) return {};
   const int row = NenRow(Npos);
   const double s = Val(Field(row, nen::kSysNo));
-  if (s <= 0 || !selection_.Shows(static_cast<int>(Val(Field(row, nen::kClass))))) return {};
+  if (s <= 0 || !selection_.Shows(ValInt(Field(row, nen::kClass)))) return {};
   const double t = Val(Field(row, kKind));
   if (t == 3 || (t == 5 && text::Contains(Field(row, nen::kLink), u"番号"))) {
     for (int m = 1; m <= corpus_.MosMaxY; ++m) {

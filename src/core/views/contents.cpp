@@ -121,7 +121,7 @@ int Contents::RowAt(int mpos) const {
 int Contents::FirstLine(int mpos) const {
   if (mpos < 1 || mpos > Count()) return 0;
   const Table& records = kind_ == ContentsKind::Writings ? corpus_->Mok() : corpus_->SMok();
-  return static_cast<int>(text::Val(records.Get(RowAt(mpos), corpus::mok::kPosition)));
+  return text::ValInt(records.Get(RowAt(mpos), corpus::mok::kPosition));
 }
 
 void Contents::SetMpos(int mpos) {
@@ -370,7 +370,7 @@ void Contents::AddToMarks(int delta, bool negativeOnly) {
   Table& records = writings ? corpus_->Mok() : corpus_->SMok();
   const int field = writings ? corpus::mok::kMark : corpus::smok::kMark;
   for (int row = 1; row <= records.rows(); ++row) {
-    const auto mark = static_cast<std::int64_t>(text::Val(records.Get(row, field)));
+    const auto mark = text::ValWhole(records.Get(row, field));
     if (negativeOnly && mark >= 0) continue;
     records.Set(row, field, text::IntText(mark + delta));
   }
@@ -421,7 +421,7 @@ bool Contents::Command14() {
   Table& records = writings ? corpus_->Mok() : corpus_->SMok();
   const int field = writings ? corpus::mok::kMark : corpus::smok::kMark;
   for (const ContentsHit& hit : Sr_) {
-    const auto mark = static_cast<std::int64_t>(text::Val(records.Get(hit.row, field)));
+    const auto mark = text::ValWhole(records.Get(hit.row, field));
     records.Set(hit.row, field, text::IntText(mark + 1));
   }
 

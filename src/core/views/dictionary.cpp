@@ -60,7 +60,7 @@ int WritingsLine(const corpus::Corpus& c, const corpus::Selection& s, double v) 
   for (int p = 1; p <= c.DasMaxY; ++p) {
     const int row = c.DatOrder[static_cast<std::size_t>(p)];
     if (text::Val(c.Dat().Get(row, corpus::dat::kSysNo)) != v) continue;
-    if (!s.Shows(static_cast<int>(text::Val(c.Dat().Get(row, corpus::dat::kClass))))) continue;
+    if (!s.Shows(text::ValInt(c.Dat().Get(row, corpus::dat::kClass)))) continue;
     if (corpus::LineToWork(c, p) > 0) return p;
   }
   return 0;
@@ -71,7 +71,7 @@ int WritingsDocument(const corpus::Corpus& c, const corpus::Selection& s, double
   for (int m = 1; m <= c.MosMaxY; ++m) {
     const int row = c.MokOrder[static_cast<std::size_t>(m)];
     if (text::Val(c.Mok().Get(row, corpus::mok::kSysNo)) == v &&
-        s.Shows(static_cast<int>(text::Val(c.Mok().Get(row, kMokClass)))))
+        s.Shows(text::ValInt(c.Mok().Get(row, kMokClass))))
       return m;
   }
   return 0;
@@ -340,7 +340,7 @@ DictionaryOutcome Dictionary::LinkClick(std::u16string_view href) const {
   if (href.starts_with(u"about:")) href.remove_prefix(6);
   if (href.empty() || href == u"blank") return {};
   const std::u16string word = HandedWord(u"(①");
-  const auto number = [&](std::u16string_view t) { return static_cast<int>(text::Val(t)); };
+  const auto number = [&](std::u16string_view t) { return text::ValInt(t); };
   switch (href.front()) {
     case u'h':
       return {.jump = Jump::Sutra, .text = word, .lpos = number(href.substr(1))};

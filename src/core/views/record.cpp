@@ -366,7 +366,7 @@ RecordOutcome DocumentRecord::Kensaku(int mode) {
       const int row = c.MokOrder[static_cast<std::size_t>(m)];
       if (!query->Matches(SearchText(row, Srk))) continue;
       ++Srn;
-      Sr_.push_back({m, static_cast<int>(text::Val(MokText(c, row, corpus::mok::kPosition)))});
+      Sr_.push_back({m, text::ValInt(MokText(c, row, corpus::mok::kPosition))});
       Srf_[static_cast<std::size_t>(m)] = 1;
     }
   }
