@@ -4,7 +4,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
+#include <cstdlib>
+#include <iostream>
 
 #include "core/corpus/dax_file.h"
 #include "core/corpus/errors.h"
@@ -129,8 +132,8 @@ TEST_F(Reconversion, ARebuildKilledAtAnyPointKeepsTheNotes) {
   for (const auto& entry : std::filesystem::directory_iterator(dir.path())) {
     if (entry.is_regular_file()) std::filesystem::copy_file(entry.path(), saved / entry.path().filename());
   }
-  // Counts the write steps of a whole rebuild, then kills one at about every
-  // twelfth of them, the last step included.
+  // Counts the write steps of a whole rebuild, then kills it at steps
+  // spread over them, the last included.
   const auto rebuildKilledAt = [&](int k) {
     const pid_t child = ::fork();
     if (child == 0) {
@@ -160,9 +163,13 @@ TEST_F(Reconversion, ARebuildKilledAtAnyPointKeepsTheNotes) {
   ASSERT_TRUE(WIFEXITED(whole));
   const int steps = WEXITSTATUS(whole);
   ASSERT_GT(steps, 40);
-  for (int k = 1; k <= steps; k += steps / 12 > 0 ? steps / 12 : 1) {
+  // SUIZO_EVERY_STEP kills at every step rather than at every twelfth.
+  const int stride = std::getenv("SUIZO_EVERY_STEP") != nullptr ? 1 : std::max(1, steps / 12);
+  int kills = 0;
+  for (int k = 1; k <= steps; k += stride) {
     for (const int at : {k, k == 1 ? steps : 0}) {
       if (at == 0) continue;
+      kills += at > steps / 2 ? 2 : 1;
       SCOPED_TRACE(at);
       restore();
       ASSERT_TRUE(WIFSIGNALED(rebuildKilledAt(at)));
@@ -173,6 +180,7 @@ TEST_F(Reconversion, ARebuildKilledAtAnyPointKeepsTheNotes) {
       EXPECT_TRUE(NotesKept(DecideStartup(dir.path(), kVersion).path));
     }
   }
+  std::cout << "a rebuild of " << steps << " write steps, killed " << kills << " times\n";
 }
 
 TEST_F(Reconversion, AStoreOlderThanZeroEightHasNoSourceNotes) {
