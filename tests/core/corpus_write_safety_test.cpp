@@ -1,6 +1,7 @@
 // What failed and interrupted writes leave in the data folder: every file
 // whole, old or new, and every note either in the store or in the journal.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -146,6 +147,40 @@ TEST_F(WriteSafety, AFailedExitKeepsTheStoreAsItWasAndTheNotesForTheNextStart) {
   Corpus last(dir.path());
   Open(last);
   for (const Edit& e : kEdits) EXPECT_EQ(last.table(e.table).Get(e.row, e.field), e.text);
+}
+
+TEST_F(WriteSafety, AFileSizeLimitOfTheSystemFailsTheExitWithTheOldStoresWhole) {
+  // A real refusal by the kernel rather than an injected one: files may not
+  // grow past 64 KiB, so the writes of the larger stores fail half-way.
+  const pid_t child = ::fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    Corpus corpus(dir.path());
+    Open(corpus);
+    NoteJournal journal(dir.path());
+    for (const Edit& e : kEdits) EditNote(corpus, journal, e.table, e.row, e.field, e.text);
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{64 * 1024, 64 * 1024};
+    if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) ::_exit(3);
+    try {
+      CloseStore(corpus, selection, journal);
+    } catch (const CorpusError& e) {
+      ::_exit(std::string(e.what()).find(std::strerror(EFBIG)) != std::string::npos ? 0 : 4);
+    }
+    ::_exit(5);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  ASSERT_TRUE(WIFEXITED(status));
+  ASSERT_EQ(WEXITSTATUS(status), 0) << "3: no limit, 4: another error, 5: no error";
+  const std::map<std::string, std::string> now = Contents(dir.path());
+  for (const auto& [name, bytes] : now) {
+    if (bytes.size() > 64 * 1024) EXPECT_EQ(bytes, before[name]) << name;
+  }
+  for (const std::string& name : Names(dir.path())) EXPECT_EQ(name.find(".tmp"), std::string::npos) << name;
+  Corpus next(dir.path());
+  Open(next);
+  for (const Edit& e : kEdits) EXPECT_EQ(next.table(e.table).Get(e.row, e.field), e.text);
 }
 
 TEST_F(WriteSafety, ANoteTheJournalCannotTakeIsKeptForTheExitAndTheJournalStaysWhole) {
