@@ -45,8 +45,11 @@ void KeepNotes(Corpus& corpus, const StartupDecision& decision) {
   if (std::filesystem::exists(pending)) return;
   corpus.ReadData(0);
   corpus.ReadData(2);
-  // Stores older than 0.8 had no source notes.
-  const bool sources = decision.path == StartupPath::FirstRun || text::Val(decision.storedVersion) >= 0.8;
+  // Stores older than 0.8 had no source notes; one without its version
+  // tells by its files.
+  const bool sources = decision.path == StartupPath::FirstRun
+                           ? std::filesystem::exists(corpus.FilePath(TableId::SDat, ".dax"))
+                           : text::Val(decision.storedVersion) >= 0.8;
   if (sources) corpus.ReadData(6);
   ExportNotes(corpus, sources);
   WriteFileWhole(pending, "");
