@@ -181,6 +181,10 @@ int RemoveLeftoverTemporaries(const std::filesystem::path& folder) {
   return removed;
 }
 
+void RemoveFile(const std::filesystem::path& path) {
+  if (::unlink(path.c_str()) != 0 && errno != ENOENT) Fail(path, "cannot remove the file", errno);
+}
+
 void TruncateFile(const std::filesystem::path& path, std::uintmax_t size) {
   if (::truncate(path.c_str(), static_cast<off_t>(size)) != 0) Fail(path, "cannot shorten the file", errno);
 }

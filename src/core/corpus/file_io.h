@@ -35,6 +35,9 @@ int RemoveLeftoverTemporaries(const std::filesystem::path& folder);
 
 void TruncateFile(const std::filesystem::path& path, std::uintmax_t size);
 
+// Removes the file if it is there; a CorpusError naming it when it stays.
+void RemoveFile(const std::filesystem::path& path);
+
 // The steps of a write that can fail on a full disk or a denied folder.
 enum class WriteStep { Create, Write, Flush, Rename };
 

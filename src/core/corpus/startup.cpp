@@ -124,7 +124,7 @@ StartupReport OpenStore(Corpus& corpus, std::u16string_view version, const Impor
   switch (report.decision.path) {
     case StartupPath::Current:
       // A rebuild that got as far as the version had its notes stored.
-      std::filesystem::remove(dataPath / kNotesPending);
+      RemoveFile(dataPath / kNotesPending);
       break;
     case StartupPath::Reconvert:
     case StartupPath::FirstRun:
@@ -149,7 +149,7 @@ StartupReport OpenStore(Corpus& corpus, std::u16string_view version, const Impor
       WriteDax(corpus.FilePath(id, ".dax"), corpus.table(id));
     }
     WriteVersion(dataPath, version);
-    std::filesystem::remove(dataPath / kNotesPending);
+    RemoveFile(dataPath / kNotesPending);
   }
   // Edits of a run that did not end cleanly.
   report.journalEntries = NoteJournal(dataPath).Replay(corpus);
