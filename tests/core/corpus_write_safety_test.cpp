@@ -175,7 +175,9 @@ TEST_F(WriteSafety, AFileSizeLimitOfTheSystemFailsTheExitWithTheOldStoresWhole) 
   ASSERT_EQ(WEXITSTATUS(status), 0) << "3: no limit, 4: another error, 5: no error";
   const std::map<std::string, std::string> now = Contents(dir.path());
   for (const auto& [name, bytes] : now) {
-    if (bytes.size() > 64 * 1024) EXPECT_EQ(bytes, before[name]) << name;
+    if (bytes.size() > 64 * 1024) {
+      EXPECT_EQ(bytes, before[name]) << name;
+    }
   }
   for (const std::string& name : Names(dir.path())) EXPECT_EQ(name.find(".tmp"), std::string::npos) << name;
   Corpus next(dir.path());
