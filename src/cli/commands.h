@@ -25,8 +25,10 @@ inline constexpr int kFailed = 2;  // bad arguments or bad data
 inline constexpr std::u16string_view kVersion = u"" SUIZO_VERSION_U16;
 
 // The data folder a command works on: "--data DIR", else $SUIZO_DATA, else
-// Data/ beside the program. Nothing when the arguments are wrong or the folder
-// is not there; the reason has gone to the error stream.
+// Data/ beside the program, or the user's own folder when the program is
+// installed (filled on first use as the viewer fills it). Nothing when the
+// arguments are wrong or the folder is not there; the reason has gone to the
+// error stream.
 std::optional<std::filesystem::path> DataFolderArgument(const std::vector<std::string>& args,
                                                         const std::string& command,
                                                         const Context& context);

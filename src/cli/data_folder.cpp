@@ -19,7 +19,14 @@ std::optional<std::filesystem::path> DataFolderArgument(const std::vector<std::s
       return std::nullopt;
     }
   }
-  auto dataPath = corpus::ResolveDataPath(data, std::getenv("SUIZO_DATA"), context.programFolder);
+  const corpus::DataPlace place = corpus::FindDataPlace(
+      {.commandLine = data,
+       .environment = std::getenv("SUIZO_DATA"),
+       .programFolder = context.programFolder,
+       .userFolder = corpus::UserDataFolder(std::getenv("XDG_DATA_HOME"), std::getenv("HOME")),
+       .writable = {}});
+  corpus::SeedDataFolder(place);
+  const std::filesystem::path& dataPath = place.folder;
   if (!std::filesystem::is_directory(dataPath)) {
     context.err << "suizo " << command << ": no data folder at " << corpus::DisplayPath(dataPath)
                 << "\n";

@@ -45,7 +45,8 @@ constexpr const char* kUsage =
     "                        the dictionary's ranked lookup: the hits, the chosen one\n"
     "                        marked with *, then the entry shown\n"
     "\n"
-    "The data folder is DIR, else $SUIZO_DATA, else Data/ beside the program.\n";
+    "The data folder is DIR, else $SUIZO_DATA, else Data/ beside the program; an installed\n"
+    "program uses ~/.local/share/翠蔵Viewer/Data, filled with the sample on first use.\n";
 
 std::filesystem::path ProgramFolder() {
   std::error_code ignored;

@@ -123,11 +123,63 @@ TEST_F(LoadTest, TheSummaryCoversAllTwelveTables) {
   EXPECT_FALSE(LoadAndSummarize(without).tables[static_cast<int>(TableId::Nek)].present);
 }
 
-TEST(DataPath, CommandLineThenEnvironmentThenBesideTheProgram) {
-  EXPECT_EQ(ResolveDataPath("/x", "/y", "/opt/suizo"), "/x");
-  EXPECT_EQ(ResolveDataPath(std::nullopt, "/y", "/opt/suizo"), "/y");
-  EXPECT_EQ(ResolveDataPath(std::nullopt, "", "/opt/suizo"), "/opt/suizo/Data");
-  EXPECT_EQ(ResolveDataPath(std::nullopt, nullptr, "/opt/suizo"), "/opt/suizo/Data");
+TEST(DataPath, CommandLineThenEnvironmentThenBesideTheProgramThenTheUsersOwn) {
+  TempDir dir;
+  const auto bin = dir / "bin";
+  std::filesystem::create_directories(bin);
+  bool writable = true;
+  const auto find = [&](std::optional<std::filesystem::path> commandLine, const char* environment) {
+    return FindDataPlace({.commandLine = std::move(commandLine),
+                          .environment = environment,
+                          .programFolder = bin,
+                          .userFolder = dir / "home",
+                          .writable = [&](const std::filesystem::path&) { return writable; }});
+  };
+  EXPECT_EQ(find("/x", "/y").folder, "/x");
+  EXPECT_EQ(find(std::nullopt, "/y").folder, "/y");
+  // Nothing beside the program and no sample installed: the defined place,
+  // where the start says what is missing.
+  EXPECT_EQ(find(std::nullopt, "").folder, bin / "Data");
+  EXPECT_TRUE(find(std::nullopt, nullptr).seed.empty());
+  // Installed: the user's own folder, filled from the installed sample.
+  const auto sample = dir / "share" / "suizo-viewer" / "sample";
+  std::filesystem::create_directories(sample);
+  EXPECT_EQ(InstalledSample(bin), sample);
+  EXPECT_EQ(find(std::nullopt, nullptr).folder, dir / "home");
+  EXPECT_EQ(find(std::nullopt, nullptr).seed, sample);
+  // A Data folder beside the program is used while it can be written, and
+  // copied into the user's folder when it cannot.
+  std::filesystem::create_directories(bin / "Data");
+  EXPECT_EQ(find(std::nullopt, nullptr).folder, bin / "Data");
+  EXPECT_TRUE(find(std::nullopt, nullptr).seed.empty());
+  writable = false;
+  EXPECT_EQ(find(std::nullopt, nullptr).folder, dir / "home");
+  EXPECT_EQ(find(std::nullopt, nullptr).seed, bin / "Data");
+}
+
+TEST(DataPath, TheUsersFolderFollowsTheDesktopsRules) {
+  EXPECT_EQ(UserDataFolder("/x/share", "/home/a"), std::filesystem::path("/x/share") / u8"翠蔵Viewer" / "Data");
+  EXPECT_EQ(UserDataFolder("relative", "/home/a"),
+            std::filesystem::path("/home/a/.local/share") / u8"翠蔵Viewer" / "Data");
+  EXPECT_EQ(UserDataFolder(nullptr, "/home/a"), UserDataFolder("", "/home/a"));
+}
+
+TEST(DataPath, AFolderIsFilledOnItsFirstUseOnly) {
+  TempDir dir;
+  const auto seed = dir / "sample", folder = dir / "user" / "Data";
+  std::filesystem::create_directories(seed);
+  testing::WriteBytes(seed / "翠典本文.dat", "exports");
+  testing::WriteBytes(seed / "add.csv", "classes");
+  EXPECT_EQ(SeedDataFolder({folder, seed}), 2);
+  EXPECT_EQ(testing::ReadBytes(folder / "add.csv"), "classes");
+  // Once it holds exports or a store, the user's files are left alone.
+  testing::WriteBytes(folder / "add.csv", "the user's");
+  EXPECT_EQ(SeedDataFolder({folder, seed}), 0);
+  std::filesystem::remove(folder / "翠典本文.dat");
+  testing::WriteBytes(folder / "ver.dax", "0.1.0\r\n");
+  EXPECT_EQ(SeedDataFolder({folder, seed}), 0);
+  EXPECT_EQ(testing::ReadBytes(folder / "add.csv"), "the user's");
+  EXPECT_EQ(SeedDataFolder({folder, {}}), 0);
 }
 
 TEST(Schema, StemsAndGroupsAreThoseOfTheStore) {

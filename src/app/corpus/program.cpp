@@ -19,6 +19,7 @@
 #include "app/views/scripture_forms.h"
 #include "app/views/writings_form.h"
 #include "core/corpus/bookmarks.h"
+#include "core/corpus/data_path.h"
 #include "core/corpus/errors.h"
 #include "core/corpus/import.h"
 #include "core/corpus/orders.h"
@@ -226,6 +227,7 @@ bool Program::CloseView(reader::OpenWindow& window, QCloseEvent& event) {
 
 bool Program::Start() {
   try {
+    corpus::SeedDataFolder({dataPath_, seed});
     settings_ = corpus::ReadSettings(store_);
     corpus_ = std::make_unique<corpus::Corpus>(dataPath_);
     splash_ = std::make_unique<SplashWindow>(version_);

@@ -77,6 +77,9 @@ class Program : public QObject {
   // What the start did: the fast path, or a conversion first.
   bool Converted() const { return converted_; }
 
+  // What fills the data folder on its first use: the sample installed with
+  // the program, when the data folder is the user's own. Empty otherwise.
+  std::filesystem::path seed;
   // The message box of a fault; tests replace it.
   std::function<void(const QString&)> showError;
   // The toast "** 見つかりません **"; tests replace it.
