@@ -10,6 +10,8 @@
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMouseEvent>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTimer>
@@ -24,6 +26,7 @@
 #include "app/views/chronology_form.h"
 #include "app/views/contents_form.h"
 #include "app/views/outline_form.h"
+#include "app/views/reader_form.h"
 #include "app/views/scripture_forms.h"
 #include "core/corpus/settings.h"
 
@@ -86,6 +89,19 @@ void Type(QWidget* window, const QString& text) {
   // Enter as the keyboard gives it: some views take it before the box does.
   QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
   QApplication::sendEvent(box, &enter);
+  Settle();
+}
+
+// A click on a button as the mouse gives it, with modifiers or another
+// button: the readers take Shift, Ctrl and the right button on their own.
+void Click(QWidget* window, const char* button, Qt::MouseButton which, Qt::KeyboardModifiers modifiers) {
+  auto* b = window != nullptr ? window->findChild<QPushButton*>(QLatin1String(button)) : nullptr;
+  if (b == nullptr) return Fail(button);
+  const QPointF at(b->width() / 2.0, b->height() / 2.0);
+  QMouseEvent press(QEvent::MouseButtonPress, at, b->mapToGlobal(at), which, which, modifiers);
+  QApplication::sendEvent(b, &press);
+  QMouseEvent release(QEvent::MouseButtonRelease, at, b->mapToGlobal(at), which, Qt::NoButton, modifiers);
+  QApplication::sendEvent(b, &release);
   Settle();
 }
 
@@ -152,7 +168,44 @@ int main(int argc, char** argv) {
   Press(reader, "Command2");
   Shoot(Window("Form4"), "search-hit-list");
 
-  // The dictionary on the document's title, then the record.
+  // The ways of searching: a variant form, OR, the split search, a
+  // refinement, a page.
+  Type(reader, QStringLiteral("佛"));
+  Shoot(reader, "search-variants");
+  Click(reader, "Command1", Qt::RightButton, Qt::NoModifier);  // AND to OR
+  Type(reader, QStringLiteral("浄土　弥陀"));
+  Shoot(reader, "search-or");
+  for (int i = 0; i < 2; ++i) Click(reader, "Command1", Qt::RightButton, Qt::NoModifier);  // back to AND
+  if (auto* box = reader != nullptr ? reader->findChild<QLineEdit*>(QStringLiteral("Combo1")) : nullptr) {
+    box->setText(QStringLiteral("一切衆生悉有仏性"));
+  }
+  Click(reader, "Command1", Qt::LeftButton, Qt::ShiftModifier);
+  Shoot(reader, "search-split");
+  Type(reader, QStringLiteral("衆生"));
+  Press(reader, "Command14");
+  Type(reader, QStringLiteral("仏"));
+  Shoot(reader, "search-refine");
+  Press(reader, "Command15");
+  Type(reader, QStringLiteral("定本P10"));
+  Shoot(reader, "search-page");
+
+  // A note on the line: Ctrl and a double click on the work pane.
+  if (auto* form = qobject_cast<suizo::app::ReaderForm*>(reader); form != nullptr && form->StartNoteEdit(5)) {
+    form->EditBox()->insertPlainText(QStringLiteral("読み直す：宛所の比定"));
+    Shoot(reader, "note", 500);
+    if (auto* box = reader->findChild<QLineEdit*>(QStringLiteral("Combo1"))) box->setFocus();
+    Settle(300);
+  } else {
+    ++step;
+    Fail("note");
+  }
+
+  // The dictionary on a word selected in the text, then the record.
+  Type(reader, QStringLiteral("題目"));
+  if (auto* form = qobject_cast<suizo::app::ReaderForm*>(reader)) {
+    form->Pane(1)->RunScript(QStringLiteral("window.find('題目')"));
+    Settle(300);
+  }
   Press(reader, "Command8");
   Shoot(Window("Form6"), "dictionary");
   Press(reader, "Command5");
