@@ -14,6 +14,10 @@ packages=(
   qt6-base-dev qt6-base-dev-tools qt6-webengine-dev libgl-dev
   # headless runs of the desktop program, and the fonts its pages need
   xvfb xauth fonts-noto-cjk
+  # the package and its checks: shared-library dependencies, the desktop
+  # file, the AppStream data, the manual page, the icon drawn, the installed
+  # viewer's window
+  dpkg-dev desktop-file-utils appstream groff-base x11-utils librsvg2-bin
 )
 
 missing=()
