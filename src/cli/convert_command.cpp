@@ -5,12 +5,12 @@
 #include <optional>
 
 #include "cli/commands.h"
+#include "core/corpus/conversion.h"
 #include "core/corpus/corpus.h"
 #include "core/corpus/data_path.h"
 #include "core/corpus/file_io.h"
 #include "core/corpus/import.h"
 #include "core/corpus/settings.h"
-#include "core/corpus/startup.h"
 #include "core/text/utf16.h"
 
 namespace suizo::cli {
@@ -66,9 +66,13 @@ int Convert(const std::vector<std::string>& args, const Context& context) {
     context.err << "\n" << text::ToUtf8(m) << "\n";
   };
   corpus::Corpus store(dataPath);
-  corpus::ReadDataFirst(store, options);
-  corpus::WriteVersion(dataPath, kVersion);
+  // What a killed conversion left is finished first; a store already there
+  // gives its notes to the new one.
+  corpus::FinishInterruptedConversion(dataPath);
+  corpus::RemoveLeftoverTemporaries(dataPath);
+  const corpus::ConversionReport report = corpus::ConvertFolder(store, kVersion, options);
   bar.Done();
+  if (report.notesCarried) context.err << "notes carried into the new store: " << report.notes << "\n";
   context.out << "converted " << corpus::DisplayPath(dataPath) << " (version "
               << text::ToUtf8(kVersion) << ")\n";
   return kOk;

@@ -67,9 +67,22 @@ int WriteAll(int fd, const std::filesystem::path& path, std::string_view bytes) 
   return fault;
 }
 
+bool& Flushing() {
+  static bool on = true;
+  return on;
+}
+
 int Flush(int fd, const std::filesystem::path& path) {
   if (const int err = FaultAt(path, WriteStep::Flush)) return err;
-  return ::fsync(fd) == 0 ? 0 : errno;
+  return !Flushing() || ::fsync(fd) == 0 ? 0 : errno;
+}
+
+// Makes a rename or removal in the file's folder reach the disk.
+void FlushFolderOf(const std::filesystem::path& path) {
+  const auto folder = path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+  if (!Flushing()) return;
+  Fd dir(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (dir.get() >= 0) ::fsync(dir.get());
 }
 
 }  // namespace
@@ -124,6 +137,10 @@ ScopedWriteFault::ScopedWriteFault(WriteFault fault) : previous_(std::move(Injec
 
 ScopedWriteFault::~ScopedWriteFault() { InjectedFault() = std::move(previous_); }
 
+ScopedFlushOff::ScopedFlushOff() : previous_(std::exchange(Flushing(), false)) {}
+
+ScopedFlushOff::~ScopedFlushOff() { Flushing() = previous_; }
+
 void WriteFileWhole(const std::filesystem::path& path, std::string_view bytes) {
   std::filesystem::path temp = path;
   temp += ".tmp";
@@ -148,9 +165,7 @@ void WriteFileWhole(const std::filesystem::path& path, std::string_view bytes) {
     Fail(path, "cannot replace the file", err);
   }
   // The rename itself must reach the disk before the write counts as done.
-  const auto folder = path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
-  Fd dir(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (dir.get() >= 0) ::fsync(dir.get());
+  FlushFolderOf(path);
 }
 
 void AppendFileFlushed(const std::filesystem::path& path, std::string_view bytes) {
@@ -182,7 +197,22 @@ int RemoveLeftoverTemporaries(const std::filesystem::path& folder) {
 }
 
 void RemoveFile(const std::filesystem::path& path) {
-  if (::unlink(path.c_str()) != 0 && errno != ENOENT) Fail(path, "cannot remove the file", errno);
+  struct stat info {};
+  if (::lstat(path.c_str(), &info) != 0 && errno == ENOENT) return;
+  int err = FaultAt(path, WriteStep::Remove);
+  if (err == 0 && ::unlink(path.c_str()) != 0) err = errno == ENOENT ? 0 : errno;
+  if (err != 0) Fail(path, "cannot remove the file", err);
+  FlushFolderOf(path);
+}
+
+void ReplaceFile(const std::filesystem::path& from, const std::filesystem::path& to) {
+  int err = FaultAt(to, WriteStep::Rename);
+  if (err == 0 && ::rename(from.c_str(), to.c_str()) != 0) err = errno;
+  if (err != 0) {
+    throw CorpusError({DisplayPath(to)}, "cannot put " + DisplayPath(from.filename()) + " in its place: " +
+                                             std::strerror(err));
+  }
+  FlushFolderOf(to);
 }
 
 void TruncateFile(const std::filesystem::path& path, std::uintmax_t size) {

@@ -36,10 +36,16 @@ int RemoveLeftoverTemporaries(const std::filesystem::path& folder);
 void TruncateFile(const std::filesystem::path& path, std::uintmax_t size);
 
 // Removes the file if it is there; a CorpusError naming it when it stays.
+// The folder is flushed, so that the removal is as lasting as a write.
 void RemoveFile(const std::filesystem::path& path);
 
-// The steps of a write that can fail on a full disk or a denied folder.
-enum class WriteStep { Create, Write, Flush, Rename };
+// Renames a whole file over another in the same folder, then flushes the
+// folder; a CorpusError naming both when it cannot.
+void ReplaceFile(const std::filesystem::path& from, const std::filesystem::path& to);
+
+// The steps of a write that can fail on a full disk or a denied folder, or
+// at which a test may stop the program.
+enum class WriteStep { Create, Write, Flush, Rename, Remove };
 
 // Asked before each step of every write with the file the step works on;
 // returns the errno the step is to fail with, or 0. A failing Write step
@@ -57,6 +63,21 @@ class ScopedWriteFault {
 
  private:
   WriteFault previous_;
+};
+
+// Turns off the flushes to disk for the life of the object. Only a crash of
+// the machine loses what was written and not flushed; tests that kill the
+// program with a signal at every step of a long write need no flush, and
+// would spend most of their time waiting for it.
+class ScopedFlushOff {
+ public:
+  ScopedFlushOff();
+  ~ScopedFlushOff();
+  ScopedFlushOff(const ScopedFlushOff&) = delete;
+  ScopedFlushOff& operator=(const ScopedFlushOff&) = delete;
+
+ private:
+  bool previous_;
 };
 
 // The path as UTF-8, for messages.

@@ -1,5 +1,7 @@
 #include "core/corpus/import.h"
 
+#include "core/corpus/conversion.h"
+
 namespace suizo::corpus {
 
 ImportOptions ImportOptionsFor(const std::filesystem::path& dataPath) {
@@ -12,6 +14,14 @@ ImportOptions ImportOptionsFor(const std::filesystem::path& dataPath) {
 }
 
 void ReadDataFirst(Corpus& corpus, const ImportOptions& options) {
+  if (options.stage == nullptr) {
+    StagedStore stage(corpus.dataPath());
+    ImportOptions staged = options;
+    staged.stage = &stage;
+    ReadDataFirst(corpus, staged);
+    stage.Commit(u"");
+    return;
+  }
   ImportWritings(corpus, options);
   ImportDictionary(corpus, options);
   ImportSutra(corpus, options);

@@ -13,6 +13,8 @@
 
 namespace suizo::corpus {
 
+class StagedStore;
+
 struct ImportOptions {
   std::vector<Correction> corrections;
   std::filesystem::path classTable;  // add.csv; empty when there is none
@@ -20,13 +22,17 @@ struct ImportOptions {
   MessageSink message;               // messages shown on the way; the work goes on
   // One call per step of the work ("*" on the splash), with the table at work.
   std::function<void(TableId)> progress;
+  // Where the new stores go until they are committed together; none: the
+  // import stages and commits them itself.
+  StagedStore* stage = nullptr;
 };
 
 // The options a data folder gives: its corrections.tsv and add.csv when present.
 ImportOptions ImportOptionsFor(const std::filesystem::path& dataPath);
 
 // `ReadDataFirst`: reads the twelve .dat files of the corpus's data folder,
-// converts them and writes the twelve .dax files, each whole.
+// converts them and writes the twelve .dax files, each whole, all beside the
+// old ones until every one is written (see StagedStore).
 void ReadDataFirst(Corpus& corpus, const ImportOptions& options);
 
 // The steps of the import, for the tests and for the pieces that run again.

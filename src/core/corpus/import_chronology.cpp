@@ -194,7 +194,7 @@ void Links(Corpus& corpus, const ImportOptions& options) {
 
 void ImportChronology(Corpus& corpus, const ImportOptions& options) {
   ReadRows(corpus, TableId::Nek);
-  WriteStore(corpus, TableId::Nek);
+  WriteStore(corpus, options, TableId::Nek);
   Step(options, TableId::Nek);
 
   ReadRows(corpus, TableId::Nen);
@@ -202,7 +202,7 @@ void ImportChronology(Corpus& corpus, const ImportOptions& options) {
   LinkPass(corpus);
   OfficeColumns(corpus);
   Links(corpus, options);
-  WriteStore(corpus, TableId::Nen);
+  WriteStore(corpus, options, TableId::Nen);
   Step(options, TableId::Nen);
 }
 

@@ -151,7 +151,7 @@ void ImportDictionary(Corpus& corpus, const ImportOptions& options) {
   LookupKeys(dic, options.itaiji);
   ConvDic(corpus);
   ApplyCorrections(corpus, TableId::Dic, options.corrections, options.message);
-  WriteStore(corpus, TableId::Dic);
+  WriteStore(corpus, options, TableId::Dic);
   Step(options, TableId::Dic);
 }
 

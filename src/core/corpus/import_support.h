@@ -3,6 +3,7 @@
 
 #include "core/corpus/dat_file.h"
 #include "core/corpus/dax_file.h"
+#include "core/corpus/conversion.h"
 #include "core/corpus/import.h"
 
 namespace suizo::corpus::import {
@@ -31,8 +32,14 @@ inline void ReadRows(Corpus& corpus, TableId id) {
   ReadRows(corpus, id, [](int) { return true; });
 }
 
-inline void WriteStore(Corpus& corpus, TableId id) {
-  WriteDax(corpus.FilePath(id, ".dax"), corpus.table(id));
+// Into the stage of the conversion; a step run on its own writes its store
+// in place.
+inline void WriteStore(Corpus& corpus, const ImportOptions& options, TableId id) {
+  if (options.stage != nullptr) {
+    options.stage->Write(corpus, id);
+  } else {
+    WriteDax(corpus.FilePath(id, ".dax"), corpus.table(id));
+  }
 }
 
 }  // namespace suizo::corpus::import

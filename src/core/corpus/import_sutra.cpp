@@ -41,16 +41,16 @@ void ReadOutline(Corpus& corpus, TableId id) {
 void ImportSutra(Corpus& corpus, const ImportOptions& options) {
   ReadRows(corpus, TableId::Hok);
   LabelFascicles(corpus.Hok());
-  WriteStore(corpus, TableId::Hok);
+  WriteStore(corpus, options, TableId::Hok);
   Step(options, TableId::Hok);
   for (const TableId outline : {TableId::Sok, TableId::Kam}) {
     ReadOutline(corpus, outline);
-    WriteStore(corpus, outline);
+    WriteStore(corpus, options, outline);
     Step(options, outline);
   }
   for (const TableId plain : {TableId::Hon, TableId::Tyu}) {
     ReadRows(corpus, plain);
-    WriteStore(corpus, plain);
+    WriteStore(corpus, options, plain);
     Step(options, plain);
   }
 }

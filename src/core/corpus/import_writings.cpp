@@ -95,7 +95,7 @@ void ImportWritings(Corpus& corpus, const ImportOptions& options) {
     ConvDat(corpus, collection);
     Step(options, TableId::Dat);
   }
-  WriteStore(corpus, TableId::Dat);
+  WriteStore(corpus, options, TableId::Dat);
 
   Table& mok = corpus.Mok();
   const RecipientNames names = RecipientNamesOf(options.corrections);
@@ -105,7 +105,7 @@ void ImportWritings(Corpus& corpus, const ImportOptions& options) {
   });
   ApplyCorrections(corpus, TableId::Mok, options.corrections, options.message);
   corpus.MokBaseRows = mok.rows();
-  WriteStore(corpus, TableId::Mok);
+  WriteStore(corpus, options, TableId::Mok);
   Step(options, TableId::Mok);
 }
 
@@ -114,7 +114,7 @@ void ImportSources(Corpus& corpus, const ImportOptions& options) {
   ReadRows(corpus, TableId::SDat);
   sdat.ClearRow(sdat::kOrderRow);
   ConvSDat(corpus);
-  WriteStore(corpus, TableId::SDat);
+  WriteStore(corpus, options, TableId::SDat);
   Step(options, TableId::SDat);
 
   Table& smok = corpus.SMok();
@@ -122,7 +122,7 @@ void ImportSources(Corpus& corpus, const ImportOptions& options) {
     smok.Set(row, smok::kMark, u"0");
     return true;
   });
-  WriteStore(corpus, TableId::SMok);
+  WriteStore(corpus, options, TableId::SMok);
   Step(options, TableId::SMok);
 }
 

@@ -2,11 +2,11 @@
 
 #include <optional>
 
+#include "core/corpus/conversion.h"
 #include "core/corpus/dax_file.h"
 #include "core/corpus/errors.h"
 #include "core/corpus/file_io.h"
 #include "core/corpus/note_journal.h"
-#include "core/corpus/notes.h"
 #include "core/text/numbers.h"
 #include "core/text/sjis.h"
 #include "core/text/utf16.h"
@@ -16,43 +16,11 @@ namespace {
 
 constexpr int kStartGroups[] = {0, 1, 2, 6};
 
-// Set while the notes of a store being rebuilt are only in the memo files:
-// a start that finds it takes the notes from them rather than exporting
-// them again from a store the rebuild may already have replaced.
-constexpr char kNotesPending[] = "notes.pending";
-
-// A rebuild needs every table's export: with none there is nothing to
-// convert, and one missing is named before anything is written.
-void RequireExports(const std::filesystem::path& dataPath) {
-  std::optional<std::filesystem::path> missing;
-  bool any = false;
+bool AnyExports(const std::filesystem::path& dataPath) {
   for (const TableSchema& schema : Schemas()) {
-    std::u8string name(schema.stem.begin(), schema.stem.end());
-    name += u8".dat";
-    if (std::filesystem::exists(dataPath / name)) {
-      any = true;
-    } else if (!missing) {
-      missing = dataPath / name;
-    }
+    if (std::filesystem::exists(dataPath / std::filesystem::u8path(std::string(schema.stem) + ".dat"))) return true;
   }
-  if (!any) throw CorpusError({DisplayPath(dataPath)}, text::ToUtf8(kNoProductMessage));
-  if (missing) throw CorpusError({DisplayPath(*missing)}, "the export is missing; the store is rebuilt from all twelve");
-}
-
-// Keeps the notes of the store about to be rebuilt in the memo files, once.
-void KeepNotes(Corpus& corpus, const StartupDecision& decision) {
-  const auto pending = corpus.dataPath() / kNotesPending;
-  if (std::filesystem::exists(pending)) return;
-  corpus.ReadData(0);
-  corpus.ReadData(2);
-  // Stores older than 0.8 had no source notes; one without its version
-  // tells by its files.
-  const bool sources = decision.path == StartupPath::FirstRun
-                           ? std::filesystem::exists(corpus.FilePath(TableId::SDat, ".dax"))
-                           : text::Val(decision.storedVersion) >= 0.8;
-  if (sources) corpus.ReadData(6);
-  ExportNotes(corpus, sources);
-  WriteFileWhole(pending, "");
+  return false;
 }
 
 }  // namespace
@@ -61,16 +29,22 @@ std::u16string VersionString(int major, int minor, int revision) {
   return text::IntText(major) + u"." + text::IntText(minor) + u"." + text::IntText(revision);
 }
 
-StartupDecision DecideStartup(const std::filesystem::path& dataPath, std::u16string_view version) {
+std::optional<std::u16string> ReadStoredVersion(const std::filesystem::path& dataPath) {
   const auto path = dataPath / "ver.dax";
-  StartupDecision decision;
-  if (!std::filesystem::exists(path)) return decision;
+  if (!std::filesystem::exists(path)) return std::nullopt;
   const std::u16string text = ReadShiftJisFile(path);
-  // A line ends at CR, as the original's line reader has it: a bare LF stays
-  // in the text, so a store written with other line ends is another version.
+  // The line ends at CR: a bare LF stays in the text, so a version written
+  // with other line ends reads as another version.
   const auto end = text.find(u'\r');
-  decision.storedVersion = text.substr(0, end == std::u16string::npos ? text.size() : end);
-  decision.path = decision.storedVersion == version ? StartupPath::Current : StartupPath::Reconvert;
+  return text.substr(0, end == std::u16string::npos ? text.size() : end);
+}
+
+StartupDecision DecideStartup(const std::filesystem::path& dataPath, std::u16string_view version) {
+  StartupDecision decision;
+  const std::optional<std::u16string> stored = ReadStoredVersion(dataPath);
+  if (!stored) return decision;
+  decision.storedVersion = *stored;
+  decision.path = *stored == StoreVersion(version) ? StartupPath::Current : StartupPath::Reconvert;
   return decision;
 }
 
@@ -119,38 +93,20 @@ StartupReport OpenStore(Corpus& corpus, std::u16string_view version, const Impor
                         OutsideDatabase& outside) {
   StartupReport report;
   const auto& dataPath = corpus.dataPath();
+  report.leftovers = FinishInterruptedConversion(dataPath);
   RemoveLeftoverTemporaries(dataPath);
   report.decision = DecideStartup(dataPath, version);
-  switch (report.decision.path) {
-    case StartupPath::Current:
-      // A rebuild that got as far as the version had its notes stored.
-      RemoveFile(dataPath / kNotesPending);
-      break;
-    case StartupPath::Reconvert:
-    case StartupPath::FirstRun:
-      if (report.decision.path == StartupPath::FirstRun) outside.ExportTo(dataPath);
-      RequireExports(dataPath);
-      // A store left without its version still holds the user's notes.
-      if (report.decision.path == StartupPath::Reconvert ||
-          std::filesystem::exists(corpus.FilePath(TableId::Dat, ".dax"))) {
-        KeepNotes(corpus, report.decision);
-        report.notesRestored = true;
-      }
-      ReadDataFirst(corpus, options);
-      if (!report.notesRestored) WriteVersion(dataPath, version);
-      break;
+  if (report.decision.path == StartupPath::Current) {
+    // A conversion that got as far as the version had its notes stored.
+    RemoveFile(dataPath / kNotesPending);
+  } else {
+    if (report.decision.path == StartupPath::FirstRun) outside.ExportTo(dataPath);
+    if (!AnyExports(dataPath)) throw CorpusError({DisplayPath(dataPath)}, text::ToUtf8(kNoProductMessage));
+    report.notesRestored = ConvertFolder(corpus, version, options).notesCarried;
+    // The notes are in the new store already; the exit writes them again.
+    if (report.notesRestored) corpus.DatDirty = corpus.HokDirty = corpus.SDatDirty = 1;
   }
   for (const int group : kStartGroups) corpus.ReadData(group);
-  if (report.notesRestored) {
-    RestoreNotes(corpus);
-    corpus.DatDirty = corpus.HokDirty = corpus.SDatDirty = 1;
-    // The notes are in the new store before it counts as current.
-    for (const TableId id : {TableId::Dat, TableId::Hok, TableId::SDat}) {
-      WriteDax(corpus.FilePath(id, ".dax"), corpus.table(id));
-    }
-    WriteVersion(dataPath, version);
-    RemoveFile(dataPath / kNotesPending);
-  }
   // Edits of a run that did not end cleanly.
   report.journalEntries = NoteJournal(dataPath).Replay(corpus);
   return report;

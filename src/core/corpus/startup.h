@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/corpus/conversion.h"
 #include "core/corpus/corpus.h"
 #include "core/corpus/import.h"
 
@@ -27,10 +28,15 @@ struct StartupDecision {
 // The version as the store records it: "major.minor.revision".
 std::u16string VersionString(int major, int minor, int revision);
 
-// Compares the first line of ver.dax with the program's version as exact
-// text: a trailing blank or any other difference counts as another version.
+// The first line of ver.dax; nothing when there is no ver.dax.
+std::optional<std::u16string> ReadStoredVersion(const std::filesystem::path& dataPath);
+
+// Compares the first line of ver.dax with the version a store of this
+// program records (`StoreVersion`) as exact text: a trailing blank or any
+// other difference counts as another version.
 StartupDecision DecideStartup(const std::filesystem::path& dataPath, std::u16string_view version);
 
+// Writes `version` as the only line of ver.dax, as it stands.
 void WriteVersion(const std::filesystem::path& dataPath, std::u16string_view version);
 
 // The outside database the first run exports from. This platform has none,
@@ -59,14 +65,17 @@ void K3Dat(const std::filesystem::path& exportFile, const std::filesystem::path&
 
 struct StartupReport {
   StartupDecision decision;
+  Leftovers leftovers = Leftovers::None;  // what a killed conversion had left
   bool notesRestored = false;
   int journalEntries = 0;  // note edits replayed from a run that did not end cleanly
 };
 
-// The whole start before the first window: decides, rebuilds the store if it
-// must (writing ver.dax after), loads groups 0, 1, 2 and 6, and puts back the
-// notes carried over a rebuild, marking the tables dirty so that the next
-// exit writes them into the store.
+// The whole start before the first window: finishes what a killed
+// conversion left, decides, converts the exports if it must (ConvertFolder,
+// with the notes carried across), loads groups 0, 1, 2 and 6, and replays
+// the journal of a run that did not end cleanly. After a conversion that
+// carried notes the tables are marked dirty, so that the exit writes them
+// again. The caller holds the folder's lock.
 StartupReport OpenStore(Corpus& corpus, std::u16string_view version, const ImportOptions& options,
                         OutsideDatabase& outside);
 

@@ -1,0 +1,403 @@
+// A conversion is one transaction over the data folder: the notes of the
+// store cross it, a failure or a kill leaves the old store whole or the new
+// one finished, never a mix.
+#include "core/corpus/conversion.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <functional>
+#include <iostream>
+#include <map>
+#include <optional>
+#include <random>
+#include <thread>
+
+#include "core/corpus/dax_file.h"
+#include "core/corpus/note_journal.h"
+#include "core/corpus/startup.h"
+#include "core/text/utf16.h"
+#include "test_support.h"
+
+namespace suizo::corpus {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ReadBytes;
+using testing::TempDir;
+using testing::WriteBytes;
+
+constexpr std::u16string_view kVersion = u"0.1.0";
+
+fs::path StoreFile(TableId id) {
+  return fs::u8path(std::string(SchemaOf(id).stem) + ".dax");
+}
+fs::path ExportFile(TableId id) {
+  return fs::u8path(std::string(SchemaOf(id).stem) + ".dat");
+}
+
+// The note of each note column, in a row of its own.
+struct Note {
+  TableId table;
+  int row, field;
+  std::u16string_view text;
+};
+constexpr Note kNotes[] = {{TableId::Dat, 5, 48, u"読み直すこと"},
+                           {TableId::Dat, 9, 49, u"第二の覚え"},
+                           {TableId::Hok, 12, 36, u"異読あり"},
+                           {TableId::SDat, 3, 8, u"翻刻の誤り"}};
+
+// The twelve stores and ver.dax, as bytes.
+std::map<std::string, std::string> Stores(const fs::path& dir) {
+  std::map<std::string, std::string> out;
+  for (const TableSchema& schema : Schemas())
+    out[DisplayPath(StoreFile(schema.id))] = ReadBytes(dir / StoreFile(schema.id));
+  out["ver.dax"] = ReadBytes(dir / "ver.dax");
+  return out;
+}
+
+// Names of what a conversion may leave behind when it is cut short.
+std::vector<std::string> Leftover(const fs::path& dir) {
+  std::vector<std::string> out;
+  for (const auto& entry : fs::directory_iterator(dir)) {
+    const std::string name = DisplayPath(entry.path().filename());
+    if (name.ends_with(".new") || name.ends_with(".tmp") || name == kCommitMark)
+      out.push_back(name);
+  }
+  return out;
+}
+
+// A converted sample whose note columns hold notes, with our version.
+class Conversion : public ::testing::Test {
+ protected:
+  Conversion() {
+    fs::copy(fs::path(SUIZO_SOURCE_DIR) / "data" / "sample", dir.path(),
+             fs::copy_options::recursive);
+    Corpus corpus(dir.path());
+    NoOutsideDatabase outside;
+    OpenStore(corpus, kVersion, ImportOptionsFor(dir.path()), outside);
+    for (const Note& n : kNotes) {
+      corpus.table(n.table).Set(n.row, n.field, n.text);
+      keys.push_back(std::u16string(corpus.table(n.table).Get(n.row, 2)));
+    }
+    for (const TableId id : {TableId::Dat, TableId::Hok, TableId::SDat})
+      WriteDax(dir.path() / StoreFile(id), corpus.table(id));
+  }
+
+  // Whether a store read from the folder holds every note, each found by its key.
+  bool NotesThere() const {
+    Corpus corpus(dir.path());
+    for (const int group : {0, 2, 6}) corpus.ReadData(group);
+    for (std::size_t i = 0; i < std::size(kNotes); ++i) {
+      const Note& n = kNotes[i];
+      const int row = n.table == TableId::Dat    ? SysNo(corpus, keys[i])
+                      : n.table == TableId::SDat ? SysNoS(corpus, keys[i])
+                                                 : n.row;
+      if (corpus.table(n.table).Get(row, n.field) != n.text) return false;
+    }
+    return true;
+  }
+
+  // The start as the next program makes it, with every note in what it loaded.
+  bool NextStartHasEveryNote() const {
+    Corpus corpus(dir.path());
+    NoOutsideDatabase outside;
+    OpenStore(corpus, kVersion, ImportOptionsFor(dir.path()), outside);
+    return NotesThere();
+  }
+
+  // Makes each store differ from what converting the exports gives, so that
+  // a mix of old and new stores can be told.
+  void AgeStores() {
+    for (const TableSchema& schema : Schemas()) {
+      Table table(schema);
+      ReadDax(dir.path() / StoreFile(schema.id), table);
+      const int field = IsNoteColumn(schema.id, table.cols()) ? table.cols() - 1 : table.cols();
+      table.Set(table.rows(), field, std::u16string(table.Get(table.rows(), field)) + u"旧");
+      WriteDax(dir.path() / StoreFile(schema.id), table);
+    }
+  }
+
+  TempDir dir;
+  std::vector<std::u16string> keys;
+};
+
+TEST_F(Conversion, ConvertingAFolderWithAStoreCarriesEveryNoteAcross) {
+  Corpus corpus(dir.path());
+  const ConversionReport report = ConvertFolder(corpus, kVersion, ImportOptionsFor(dir.path()));
+  EXPECT_TRUE(report.notesCarried);
+  EXPECT_GE(report.notes, static_cast<int>(std::size(kNotes)));
+  EXPECT_TRUE(NotesThere());
+  EXPECT_EQ(ReadStoredVersion(dir.path()), StoreVersion(kVersion));
+  EXPECT_TRUE(Leftover(dir.path()).empty());
+  EXPECT_FALSE(fs::exists(dir / kNotesPending));
+  // The command-line tool does the same.
+  const std::string command = std::string(SUIZO_CLI) + " convert --data '" +
+                              DisplayPath(dir.path()) + "' 2>/dev/null >/dev/null";
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  EXPECT_TRUE(NotesThere());
+}
+
+// The versions our stores and others' carry, and whether their source notes cross.
+TEST_F(Conversion, SourceNotesCrossFromEveryStoreOfOursAndFromOthersFromZeroEight) {
+  const std::pair<std::u16string_view, bool> versions[] = {
+      {u"0.7.5", false}, {u"0.8", true},         {u"2.31", true},        {u"0.1.0", true},
+      {u"", false},      {u"0.0.1+suizo", true}, {u"0.1.0+suizo", true}, {u"1.0.0+suizo", true}};
+  for (const auto& [stored, carried] : versions) {
+    EXPECT_EQ(CarriesSourceNotes(stored), carried) << text::ToUtf8(stored);
+  }
+  EXPECT_EQ(StoreVersion(u"0.1.0"), u"0.1.0+suizo");
+  // The program's own next version reads this one's store with its source notes.
+  Corpus corpus(dir.path());
+  NoOutsideDatabase outside;
+  EXPECT_EQ(OpenStore(corpus, u"0.2.0", ImportOptionsFor(dir.path()), outside).decision.path,
+            StartupPath::Reconvert);
+  EXPECT_TRUE(NotesThere());
+  EXPECT_EQ(ReadStoredVersion(dir.path()), StoreVersion(u"0.2.0"));
+}
+
+// Each way a conversion can fail part-way: the folder stays as it was, notes
+// and all, and once the fault is mended the conversion carries them.
+TEST_F(Conversion, AFailureAnywhereLeavesTheOldStoreWithItsNotes) {
+  AgeStores();
+  const auto before = Stores(dir.path());
+  const auto chronology = dir.path() / ExportFile(TableId::Nen);
+  const std::string exported = ReadBytes(chronology);
+  struct Case {
+    const char* what;
+    std::function<void()> damage, mend;
+    std::optional<std::pair<std::string, WriteStep>> fault;  // a write that fails on a full disk
+    const char* named;
+  };
+  const std::vector<Case> cases = {
+      {"the last export cut inside a record",
+       [&] { WriteBytes(chronology, exported.substr(0, exported.size() - 7)); },
+       [&] { WriteBytes(chronology, exported); }, std::nullopt, "年表.dat"},
+      {"a folder in a store's place",
+       [&] {
+         fs::rename(dir.path() / StoreFile(TableId::Nek), dir / "kept");
+         fs::create_directory(dir.path() / StoreFile(TableId::Nek));
+       },
+       [&] {
+         fs::remove(dir.path() / StoreFile(TableId::Nek));
+         fs::rename(dir / "kept", dir.path() / StoreFile(TableId::Nek));
+       },
+       std::nullopt, "年表関連.dax"},
+      {"a full disk at the sixth store", [] {}, [] {},
+       std::pair{std::string("本尊資料.dax.new.tmp"), WriteStep::Write}, "本尊資料"},
+      {"a full disk at the commit mark", [] {}, [] {},
+       std::pair{std::string("convert.commit.tmp"), WriteStep::Flush}, "convert.commit"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    c.damage();
+    {
+      std::optional<ScopedWriteFault> full;
+      if (c.fault) {
+        full.emplace([&](const fs::path& file, WriteStep step) {
+          return DisplayPath(file.filename()) == c.fault->first && step == c.fault->second ? ENOSPC
+                                                                                           : 0;
+        });
+      }
+      Corpus corpus(dir.path());
+      try {
+        ConvertFolder(corpus, kVersion, ImportOptionsFor(dir.path()));
+        ADD_FAILURE() << "converted";
+      } catch (const CorpusError& e) {
+        EXPECT_NE(std::string(e.what()).find(c.named), std::string::npos) << e.what();
+      }
+    }
+    c.mend();
+    EXPECT_EQ(Stores(dir.path()), before);
+    EXPECT_TRUE(Leftover(dir.path()).empty()) << Leftover(dir.path()).front();
+    EXPECT_TRUE(NotesThere());
+  }
+  Corpus corpus(dir.path());
+  ConvertFolder(corpus, kVersion, ImportOptionsFor(dir.path()));
+  EXPECT_NE(Stores(dir.path()), before);
+  EXPECT_TRUE(NotesThere());
+}
+
+// What killed conversions leave is finished by the next program: with the
+// commit mark forward, without it back; anything that is not ours is dropped.
+TEST_F(Conversion, TheNextProgramFinishesOrUndoesWhatAKilledConversionLeft) {
+  const auto before = Stores(dir.path());
+  WriteBytes(dir / "翠典本文.dax.new", "half a store");
+  WriteBytes(dir / "辞書事典.dax.new.tmp", "cut");
+  WriteBytes(dir / "convert.commit.tmp", "");
+  WriteBytes(dir / "史料本文.dax.tmp", "cut");
+  EXPECT_TRUE(HasConversionLeftovers(dir.path()));
+  EXPECT_FALSE(CommitUnderway(dir.path()));
+  EXPECT_EQ(FinishInterruptedConversion(dir.path()), Leftovers::RolledBack);
+  EXPECT_EQ(RemoveLeftoverTemporaries(dir.path()), 1);
+  EXPECT_EQ(Stores(dir.path()), before);
+  EXPECT_TRUE(Leftover(dir.path()).empty());
+
+  // A mark names the version to write; the staged stores go into place.
+  const std::string staged = ReadBytes(dir.path() / StoreFile(TableId::Hon)) + "";
+  WriteBytes(dir / "本尊資料.dax.new", staged);
+  WriteBytes(dir / kCommitMark, "9.9.9+suizo\r\n");
+  WriteBytes(dir / kNotesPending, "");
+  EXPECT_TRUE(CommitUnderway(dir.path()));
+  EXPECT_EQ(FinishInterruptedConversion(dir.path()), Leftovers::RolledForward);
+  EXPECT_EQ(ReadStoredVersion(dir.path()), u"9.9.9+suizo");
+  EXPECT_FALSE(fs::exists(dir / kNotesPending));
+  EXPECT_TRUE(Leftover(dir.path()).empty());
+  // A mark that is no version line commits nothing.
+  WriteBytes(dir / "本尊資料.dax.new", "not a store");
+  WriteBytes(dir / kCommitMark, std::string(200, 'x'));
+  EXPECT_EQ(FinishInterruptedConversion(dir.path()), Leftovers::RolledBack);
+  EXPECT_EQ(ReadBytes(dir.path() / StoreFile(TableId::Hon)), staged);
+  EXPECT_EQ(FinishInterruptedConversion(dir.path()), Leftovers::None);
+}
+
+// Runs `convert` in a child killed before write step `k` (never, for 0);
+// returns how many steps it took when it ran to the end.
+template <typename Run>
+int KilledAt(int k, Run run) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    int count = 0;
+    ScopedWriteFault kill([&count, k](const fs::path&, WriteStep) {
+      if (++count == k) ::raise(SIGKILL);
+      return 0;
+    });
+    run();
+    ::_exit(count < 256 ? count : 255);
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  if (k > 0) {
+    EXPECT_TRUE(WIFSIGNALED(status)) << "not killed at step " << k;
+  }
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// Kills a conversion at every one of its write steps, from the first memo
+// file to the removal of the mark. After each kill the next program's
+// clean-up leaves every store old, with the old version, or every store new,
+// with the new one; the next start has every note.
+void KillAtEveryStep(Conversion& test, const fs::path& dir, const std::function<void()>& convert,
+                     const std::function<bool()>& nextStart, const char* what) {
+  ScopedFlushOff quick;
+  const fs::path saved = dir.parent_path() / (DisplayPath(dir.filename()) + "-saved");
+  fs::remove_all(saved);
+  fs::copy(dir, saved);
+  const auto restore = [&] {
+    fs::remove_all(dir);
+    fs::copy(saved, dir);
+  };
+  const auto before = Stores(dir);
+  const int steps = KilledAt(0, convert);
+  ASSERT_GT(steps, 60);
+  const auto after = Stores(dir);
+  for (const auto& [name, bytes] : after) {
+    ASSERT_TRUE(name == "ver.dax" || bytes != before.at(name)) << name << " is the same";
+  }
+  int old = 0, renewed = 0;
+  for (int k = 1; k <= steps; ++k) {
+    SCOPED_TRACE(k);
+    restore();
+    KilledAt(k, convert);
+    FinishInterruptedConversion(dir);
+    RemoveLeftoverTemporaries(dir);
+    const auto now = Stores(dir);
+    if (now == before) {
+      ++old;
+    } else if (now == after) {
+      ++renewed;
+    } else {
+      ADD_FAILURE() << "a mix of old and new stores";
+    }
+    EXPECT_TRUE(Leftover(dir).empty());
+    EXPECT_TRUE(nextStart());
+  }
+  restore();
+  fs::remove_all(saved);
+  (void)test;
+  std::cout << what << ": " << steps << " write steps, killed before each: " << old
+            << " left the old store, " << renewed << " the new one, 0 a mix\n";
+}
+
+TEST_F(Conversion, AConvertKilledAtAnyStepLeavesTheOldStoreOrTheNewOne) {
+  AgeStores();
+  KillAtEveryStep(
+      *this, dir.path(),
+      [&] {
+        FinishInterruptedConversion(dir.path());
+        Corpus corpus(dir.path());
+        ConvertFolder(corpus, kVersion, ImportOptionsFor(dir.path()));
+      },
+      [&] { return NextStartHasEveryNote(); }, "convert");
+}
+
+TEST_F(Conversion, AStartsConversionKilledAtAnyStepLeavesTheOldStoreOrTheNewOne) {
+  AgeStores();
+  WriteVersion(dir.path(), u"0.9.0");
+  KillAtEveryStep(
+      *this, dir.path(),
+      [&] {
+        Corpus corpus(dir.path());
+        NoOutsideDatabase outside;
+        OpenStore(corpus, kVersion, ImportOptionsFor(dir.path()), outside);
+      },
+      [&] { return NextStartHasEveryNote(); }, "start");
+}
+
+// The command-line tool itself, killed with SIGKILL at random moments of its run.
+TEST_F(Conversion, TheCommandKilledAtRandomMomentsNeverLeavesAMix) {
+  AgeStores();
+  const fs::path saved = dir.path().parent_path() / (DisplayPath(dir.path().filename()) + "-cli");
+  fs::remove_all(saved);
+  fs::copy(dir.path(), saved);
+  const auto before = Stores(dir.path());
+  const auto runFor = [&](std::optional<std::chrono::microseconds> killAfter) {
+    const auto start = std::chrono::steady_clock::now();
+    const pid_t child = ::fork();
+    if (child == 0) {
+      const std::string data = DisplayPath(dir.path());
+      const int quiet = ::open("/dev/null", O_WRONLY);
+      ::dup2(quiet, STDOUT_FILENO);
+      ::dup2(quiet, STDERR_FILENO);
+      ::execl(SUIZO_CLI, SUIZO_CLI, "convert", "--data", data.c_str(), static_cast<char*>(nullptr));
+      ::_exit(127);
+    }
+    if (killAfter) {
+      std::this_thread::sleep_for(*killAfter);
+      ::kill(child, SIGKILL);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() -
+                                                                 start);
+  };
+  const auto took = runFor(std::nullopt);
+  const auto after = Stores(dir.path());
+  std::mt19937 random(20261124);
+  std::uniform_int_distribution<long> moment(0, took.count());
+  int old = 0, renewed = 0;
+  for (int i = 0; i < 20; ++i) {
+    fs::remove_all(dir.path());
+    fs::copy(saved, dir.path());
+    runFor(std::chrono::microseconds(moment(random)));
+    FinishInterruptedConversion(dir.path());
+    RemoveLeftoverTemporaries(dir.path());
+    const auto now = Stores(dir.path());
+    old += now == before ? 1 : 0;
+    renewed += now == after ? 1 : 0;
+    EXPECT_TRUE(now == before || now == after) << "a mix after a kill";
+    EXPECT_TRUE(NotesThere());
+  }
+  fs::remove_all(saved);
+  std::cout << "suizo convert took " << took.count() << " us; 20 random kills: " << old << " old, "
+            << renewed << " new\n";
+}
+
+}  // namespace
+}  // namespace suizo::corpus
