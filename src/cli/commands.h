@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/corpus/folder_lock.h"
+
 namespace suizo::cli {
 
 struct Context {
@@ -32,6 +34,13 @@ inline constexpr std::u16string_view kVersion = u"" SUIZO_VERSION_U16;
 std::optional<std::filesystem::path> DataFolderArgument(const std::vector<std::string>& args,
                                                         const std::string& command,
                                                         const Context& context);
+
+// Holds the data folder while a command writes it, against the viewer and
+// other commands. Nothing when another program holds it: who that is has gone
+// to the error stream, and the command ends with kFailed. A folder where the
+// lock file cannot be made is a CorpusError.
+[[nodiscard]] std::optional<corpus::DataFolderLock> HoldDataFolder(
+    const std::filesystem::path& folder, const std::string& command, const Context& context);
 
 int Info(const std::vector<std::string>& args, const Context& context);
 int Convert(const std::vector<std::string>& args, const Context& context);

@@ -25,7 +25,14 @@ std::optional<std::filesystem::path> DataFolderArgument(const std::vector<std::s
        .programFolder = context.programFolder,
        .userFolder = corpus::UserDataFolder(std::getenv("XDG_DATA_HOME"), std::getenv("HOME")),
        .writable = {}});
-  corpus::SeedDataFolder(place);
+  // The first use fills the folder, under its lock; a folder already filled
+  // is only read, also while the viewer holds it.
+  corpus::MakeDataFolder(place);
+  if (corpus::AwaitsSeed(place)) {
+    const auto lock = HoldDataFolder(place.folder, command, context);
+    if (!lock) return std::nullopt;
+    corpus::SeedDataFolder(place);
+  }
   const std::filesystem::path& dataPath = place.folder;
   if (!std::filesystem::is_directory(dataPath)) {
     context.err << "suizo " << command << ": no data folder at " << corpus::DisplayPath(dataPath)
@@ -33,6 +40,18 @@ std::optional<std::filesystem::path> DataFolderArgument(const std::vector<std::s
     return std::nullopt;
   }
   return dataPath;
+}
+
+std::optional<corpus::DataFolderLock> HoldDataFolder(const std::filesystem::path& folder,
+                                                     const std::string& command,
+                                                     const Context& context) {
+  try {
+    return corpus::DataFolderLock::Acquire(folder, "suizo " + command);
+  } catch (const corpus::FolderBusyError& e) {
+    context.err << "suizo " << command << ": the data folder " << corpus::DisplayPath(folder)
+                << " is in use by " << e.holder().Text() << "\n";
+    return std::nullopt;
+  }
 }
 
 }  // namespace suizo::cli

@@ -225,8 +225,20 @@ bool Program::CloseView(reader::OpenWindow& window, QCloseEvent& event) {
   return true;
 }
 
+// Before anything is written to the folder; the folder a first use fills is
+// made first, so that the filling is held too. A folder that is not there
+// stays so, and the start says what it lacks.
+void Program::HoldDataFolder() {
+  corpus::MakeDataFolder({dataPath_, seed});
+  std::error_code error;
+  if (std::filesystem::is_directory(dataPath_, error)) {
+    folderLock_.emplace(corpus::DataFolderLock::Acquire(dataPath_, "suizo-viewer"));
+  }
+}
+
 bool Program::Start() {
   try {
+    HoldDataFolder();
     corpus::SeedDataFolder({dataPath_, seed});
     settings_ = corpus::ReadSettings(store_);
     corpus_ = std::make_unique<corpus::Corpus>(dataPath_);
@@ -276,6 +288,8 @@ bool Program::Start() {
     window.Hyouji();
     splash_.reset();
     return true;
+  } catch (const corpus::FolderBusyError& e) {
+    showError(platform::Q(corpus::FolderBusyNotice(e)));
   } catch (const corpus::CorpusError& e) {
     splash_.reset();
     showError(QString::fromUtf8(e.what()));
@@ -283,6 +297,7 @@ bool Program::Start() {
     splash_.reset();
     showError(QString::fromUtf8(e.what()));
   }
+  folderLock_.reset();
   return false;
 }
 
@@ -326,6 +341,7 @@ void Program::End() {
   } catch (const corpus::CorpusError& e) {
     showError(platform::Q(corpus::WriteBackFailure(e, *journal_)));
   }
+  folderLock_.reset();
   if (contents_ != nullptr) contents_->close();
   QApplication::quit();
 }

@@ -9,9 +9,11 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "core/corpus/corpus.h"
+#include "core/corpus/folder_lock.h"
 #include "core/corpus/note_journal.h"
 #include "core/corpus/selection.h"
 #include "core/corpus/settings.h"
@@ -32,13 +34,14 @@ class Program : public QObject {
   Program(std::filesystem::path dataPath, corpus::SettingsStore& store, std::u16string version);
   ~Program() override;
 
-  // The start: the splash, the store opened (built first when it must be),
-  // the orders of the default selection, then the contents window. False
-  // when the data has a fault; the message has been shown and nothing was
-  // written half.
+  // The start: the data folder held against other writers, the splash, the
+  // store opened (built first when it must be), the orders of the default
+  // selection, then the contents window. False when another program holds
+  // the folder (nothing written then) or the data has a fault; the message
+  // has been shown and nothing was written half.
   bool Start();
-  // "終了": every other window goes, the notes edited are written back and
-  // the application quits.
+  // "終了": every other window goes, the notes edited are written back, the
+  // data folder is let go and the application quits.
   void End();
   // The two dialogs, modal over the window that asked (the contents window
   // when none is given).
@@ -89,12 +92,15 @@ class Program : public QObject {
 
  private:
   std::unique_ptr<reader::OpenWindow> MakeWindow(reader::FormKind kind);
+  void HoldDataFolder();
   // The dialogs, the toast and the views a contents list's buttons reach.
   void WireContents(ContentsForm& form);
 
   std::filesystem::path dataPath_;
   corpus::SettingsStore& store_;
   std::u16string version_;
+  // Held from the start until the notes are written back at the end.
+  std::optional<corpus::DataFolderLock> folderLock_;
   std::unique_ptr<corpus::Corpus> corpus_;
   corpus::Selection selection_;
   corpus::Settings settings_;

@@ -56,12 +56,21 @@ std::filesystem::path UserDataFolder(const char* xdgDataHome, const char* home) 
   return base / u8"翠蔵Viewer" / "Data";
 }
 
-int SeedDataFolder(const DataPlace& place) {
-  if (place.seed.empty()) return 0;
+void MakeDataFolder(const DataPlace& place) {
+  if (place.seed.empty()) return;
   std::error_code error;
   std::filesystem::create_directories(place.folder, error);
   if (error) throw CorpusError({DisplayPath(place.folder)}, "cannot make the data folder: " + error.message());
-  if (InUse(place.folder)) return 0;
+}
+
+bool AwaitsSeed(const DataPlace& place) {
+  return !place.seed.empty() && !InUse(place.folder);
+}
+
+int SeedDataFolder(const DataPlace& place) {
+  MakeDataFolder(place);
+  if (!AwaitsSeed(place)) return 0;
+  std::error_code error;
   std::vector<std::filesystem::path> files;
   for (const auto& entry : std::filesystem::directory_iterator(place.seed, error)) {
     if (entry.is_regular_file(error)) files.push_back(entry.path());

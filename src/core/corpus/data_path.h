@@ -40,6 +40,14 @@ std::filesystem::path InstalledSample(const std::filesystem::path& programFolder
 // ~/.local/share, then 翠蔵Viewer/Data.
 std::filesystem::path UserDataFolder(const char* xdgDataHome, const char* home);
 
+// Makes the folder that a seed is to fill, so that the folder can be locked
+// before anything is copied in; a folder without a seed is left as it is.
+void MakeDataFolder(const DataPlace& place);
+
+// Whether the folder waits for its first filling: it has a seed and holds
+// neither a store (ver.dax) nor exports (.dat).
+bool AwaitsSeed(const DataPlace& place);
+
 // Fills a folder on its first use: when it holds neither a store (ver.dax)
 // nor exports (.dat), every file of the seed is copied in, each whole.
 // Returns how many were copied.
