@@ -56,6 +56,8 @@ int Convert(const std::vector<std::string>& args, const Context& context) {
   const auto folder = DataFolderArgument(args, "convert", context);
   if (!folder) return kFailed;
   const std::filesystem::path& dataPath = *folder;
+  const auto lock = HoldDataFolder(dataPath, "convert", context);
+  if (!lock) return kFailed;
   corpus::ImportOptions options = corpus::ImportOptionsFor(dataPath);
   // The variant setting shapes the dictionary's lookup keys.
   const corpus::FileSettings settings(corpus::FileSettings::DefaultPath());

@@ -1,6 +1,7 @@
 #include <cstdlib>
 
 #include "cli/commands.h"
+#include "core/corpus/conversion.h"
 #include "core/corpus/data_path.h"
 #include "core/corpus/file_io.h"
 
@@ -38,6 +39,19 @@ std::optional<std::filesystem::path> DataFolderArgument(const std::vector<std::s
     context.err << "suizo " << command << ": no data folder at " << corpus::DisplayPath(dataPath)
                 << "\n";
     return std::nullopt;
+  }
+  // What a killed conversion or write left is cleaned by whoever comes next,
+  // when no one is writing; a conversion that is still putting its stores in
+  // place is waited for rather than read half-way.
+  if (corpus::HasConversionLeftovers(dataPath)) {
+    if (const auto lock = corpus::DataFolderLock::TryAcquire(dataPath, "suizo " + command)) {
+      corpus::FinishInterruptedConversion(dataPath);
+      corpus::RemoveLeftoverTemporaries(dataPath);
+    } else if (corpus::CommitUnderway(dataPath)) {
+      context.err << "suizo " << command << ": the store in " << corpus::DisplayPath(dataPath)
+                  << " is being replaced by a conversion; try again when it has finished\n";
+      return std::nullopt;
+    }
   }
   return dataPath;
 }

@@ -20,6 +20,7 @@
 #include <thread>
 
 #include "core/corpus/dax_file.h"
+#include "core/corpus/folder_lock.h"
 #include "core/corpus/note_journal.h"
 #include "core/corpus/startup.h"
 #include "core/text/utf16.h"
@@ -255,6 +256,44 @@ TEST_F(Conversion, TheNextProgramFinishesOrUndoesWhatAKilledConversionLeft) {
   EXPECT_EQ(FinishInterruptedConversion(dir.path()), Leftovers::RolledBack);
   EXPECT_EQ(ReadBytes(dir.path() / StoreFile(TableId::Hon)), staged);
   EXPECT_EQ(FinishInterruptedConversion(dir.path()), Leftovers::None);
+}
+
+// The command-line tool: what a killed conversion left goes at the next
+// command, unless another program holds the folder; a conversion there is
+// refused naming the holder.
+TEST_F(Conversion, CommandsCleanWhatAKilledConversionLeftWhenTheFolderIsFree) {
+  const auto run = [&](const std::string& args) {
+    const std::string command = std::string(SUIZO_CLI) + " " + args + " --data '" +
+                                DisplayPath(dir.path()) + "' >/dev/null 2>" +
+                                DisplayPath(dir.path().parent_path() / "stderr");
+    const int status = std::system(command.c_str());
+    return std::pair{WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+                     ReadBytes(dir.path().parent_path() / "stderr")};
+  };
+  const auto before = Stores(dir.path());
+  const auto leave = [&] {
+    WriteBytes(dir / "翠典本文.dax.new", "half a store");
+    WriteBytes(dir / "史料本文.dax.tmp", "cut");
+  };
+  leave();
+  {
+    const DataFolderLock viewer = DataFolderLock::Acquire(dir.path(), "suizo-viewer");
+    EXPECT_EQ(run("info").first, 0);  // read beside the holder, nothing touched
+    EXPECT_EQ(Leftover(dir.path()).size(), 2U);
+    const auto [status, message] = run("convert");
+    EXPECT_EQ(status, 2);
+    EXPECT_NE(
+        message.find("is in use by suizo-viewer (process " + std::to_string(::getpid()) + ")"),
+        std::string::npos)
+        << message;
+    WriteBytes(dir / kCommitMark, "0.1.0+suizo\r\n");
+    EXPECT_EQ(run("info").first, 2);  // the stores are a mix until the commit is finished
+    fs::remove(dir / kCommitMark);
+  }
+  EXPECT_EQ(run("info").first, 0);
+  EXPECT_TRUE(Leftover(dir.path()).empty());
+  EXPECT_EQ(Stores(dir.path())["史料本文.dax"], before.at("史料本文.dax"));
+  fs::remove(dir / "stderr");
 }
 
 // Runs `convert` in a child killed before write step `k` (never, for 0);
