@@ -267,11 +267,23 @@ TEST_F(DamagedFolder, ACutStoreStopsInsideARowAndLoadsFewerRowsAtARowEnd) {
   }
 }
 
+TEST_F(DamagedFolder, AStoreThatDoesNotEndInCrLfIsNamed) {
+  for (const TableSchema& s : Schemas()) {
+    if (s.loadGroup == kNoLoadGroup) continue;
+    const std::string name = Dax(s.id);
+    Try(name + " ending in a lone CR", Cut(name, [](const std::string& b) { return b.size() - 2; }),
+        name);
+    Try(name + " without its last line end",
+        Cut(name, [](const std::string& b) { return b.size() - 4; }), name);
+  }
+}
+
 TEST_F(DamagedFolder, AStoreInAnotherEncodingOrShapeIsNamed) {
   const std::string name = Dax(TableId::Hok);
   const std::string bytes = ReadBytes(dir.path() / fs::u8path(name));
   Try("UTF-16 big-endian mark", Replace(name, "\xFE\xFF" + bytes.substr(2)), name);
-  Try("UTF-8 mark", Replace(name, "\xEF\xBB\xBF" + bytes.substr(2)), name);
+  Try("UTF-8 mark", Replace(name, "\xEF\xBB\xBF" + bytes.substr(2)),
+      name + ": line 1: the store is UTF-8");
   Try("no mark", Replace(name, bytes.substr(2)), name);
   Try("a field count that is no number", Replace(name, testing::DaxBytes({u"三十六"}) + bytes.substr(2)), name);
   Try("more fields than the table has", Replace(name, testing::DaxBytes({u"999"})), name);
