@@ -320,6 +320,26 @@ TEST_F(DamagedFolder, ABadExportHeaderOrSettingOrBookmarksFileIsNamed) {
         fs::remove(d / "ver.dax");
       },
       dat, true);
+  const std::string outline = Dat(TableId::Sok);
+  Try(
+      "an export without its header line, rebuilding",
+      [&](const fs::path& d) {
+        const std::string bytes = ReadBytes(d / fs::u8path(outline));
+        WriteBytes(d / fs::u8path(outline), bytes.substr(bytes.find('\n') + 1));
+        fs::remove(d / "ver.dax");
+      },
+      outline + ": line 1: the header line is missing", true);
+  Try("an export without a required column, rebuilding", rebuildWith(u"經名,科文"),
+      dat + ": line 1: the header lacks the column 法華No.", true);
+  Try(
+      "an export with line ends of CR alone, rebuilding",
+      [&](const fs::path& d) {
+        std::string bytes = ReadBytes(d / fs::u8path(dat));
+        std::erase(bytes, '\n');
+        WriteBytes(d / fs::u8path(dat), bytes);
+        fs::remove(d / "ver.dax");
+      },
+      dat + ": line 1: the line ends are CR only", true);
   Try("an export in no Shift-JIS",
       [&](const fs::path& d) {
         WriteBytes(d / fs::u8path(dat), "\x82\x20\xFF\xFF,\r\n");
