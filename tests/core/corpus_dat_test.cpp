@@ -1,8 +1,13 @@
 #include "core/corpus/dat_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <functional>
 
 #include "core/corpus/errors.h"
+#include "core/corpus/export_check.h"
+#include "core/text/utf16.h"
 #include "test_support.h"
 
 namespace suizo::corpus {
@@ -233,6 +238,121 @@ TEST(Dat, LineEndsOfLfAloneAreRead) {
   ReadDatTable(dir / "k.dat", kam);
   EXPECT_EQ(kam.rows(), 2);
   EXPECT_EQ(kam.Get(2, 4), u"通序");
+}
+
+namespace fs = std::filesystem;
+
+// A copy of the bundled exports, checked as a conversion checks them.
+class ExportCopy {
+ public:
+  explicit ExportCopy(const std::string& suffix = "") : dir(suffix) {
+    fs::copy(fs::path(SUIZO_SOURCE_DIR) / "data" / "sample", dir.path(),
+             fs::copy_options::recursive);
+  }
+  fs::path File(const char* name) const { return dir.path() / fs::u8path(name); }
+  // The header of an export with one name put for another.
+  void Rename(const char* file, std::u16string_view from, std::u16string_view to) const {
+    std::u16string text = text::DecodeSjis(testing::ReadBytes(File(file)));
+    const std::size_t at = text.find(from);
+    ASSERT_LT(at, text.find(u'\n'));
+    text.replace(at, from.size(), to);
+    testing::WriteBytes(File(file), text::EncodeSjis(text));
+  }
+  // The fault CheckExports throws; empty when there is none.
+  std::string Check() {
+    try {
+      CheckExports(dir.path(),
+                   [this](const std::u16string& m) { warnings.push_back(text::ToUtf8(m)); });
+    } catch (const CorpusError& e) {
+      return e.what();
+    }
+    return {};
+  }
+  TempDir dir;
+  std::vector<std::string> warnings;
+};
+
+TEST(Exports, TheBundledSampleIsClean) {
+  ExportCopy exports;
+  EXPECT_EQ(exports.Check(), "");
+  EXPECT_TRUE(exports.warnings.empty());
+}
+
+TEST(Exports, AColumnNamedTwiceIsToldAndLetThrough) {
+  ExportCopy exports;
+  exports.Rename("法華経.dat", u"\"蔵経頁行\"", u"\"品名\"");
+  EXPECT_EQ(exports.Check(), "");
+  const auto& warnings = exports.warnings;
+  ASSERT_EQ(warnings.size(), 1u);
+  EXPECT_NE(
+      warnings[0].find("法華経.dat: line 1: the header names 品名 twice; the last one is read"),
+      std::string::npos)
+      << warnings[0];
+}
+
+TEST(Exports, EachDamagedExportIsNamed) {
+  struct Case {
+    const char* file;
+    std::function<void(const fs::path&)> damage;
+    const char* said;
+  };
+  const Case cases[] = {
+      {"法華経総科.dat",
+       [](const fs::path& f) {
+         const std::string bytes = testing::ReadBytes(f);
+         testing::WriteBytes(f, bytes.substr(bytes.find('\n') + 1));
+       },
+       "line 1: the header line is missing"},
+      {"辞書事典.dat", {}, "the header lacks the column 語義解説"},
+      {"法華経科文.dat",
+       [](const fs::path& f) {
+         std::string bytes = testing::ReadBytes(f);
+         std::erase(bytes, '\n');
+         testing::WriteBytes(f, bytes);
+       },
+       "line 1: the line ends are CR only"},
+      {"翠典資料.dat", [](const fs::path& f) { fs::remove(f); }, "the export is missing"},
+      {"年表.dat",
+       [](const fs::path& f) {
+         fs::remove(f);
+         ASSERT_EQ(::mkfifo(f.c_str(), 0644), 0);
+       },
+       "not a regular file: a FIFO"},
+      {"注経本文.dat",
+       [](const fs::path& f) {
+         fs::remove(f);
+         fs::create_directory(f);
+       },
+       "not a regular file: a folder"},
+      {"史料目次.dat",
+       [](const fs::path& f) { testing::WriteBytes(f, testing::ReadBytes(f) + "\"\x80\"\r\n"); },
+       "not a Shift-JIS character"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.file);
+    ExportCopy copy("-" + std::to_string(&c - cases));
+    if (c.damage) {
+      c.damage(copy.File(c.file));
+    } else {
+      copy.Rename(c.file, u"\"語義解説\"", u"\"語義\"");
+    }
+    const std::string message = copy.Check();
+    EXPECT_NE(message.find(std::string(c.file) + ": "), std::string::npos) << message;
+    EXPECT_NE(message.find(c.said), std::string::npos) << message;
+  }
+}
+
+TEST(Exports, EveryFaultyExportIsNamedInOneError) {
+  ExportCopy exports;
+  fs::remove(exports.File("本尊資料.dat"));
+  exports.Rename("年表関連.dat", u"\"西暦\"", u"\"年\"");
+  const std::string message = exports.Check();
+  EXPECT_NE(message.find("2 of the twelve exports cannot be converted"), std::string::npos)
+      << message;
+  EXPECT_NE(message.find("本尊資料.dat: the export is missing"), std::string::npos) << message;
+  EXPECT_NE(message.find("年表関連.dat: line 1: the header lacks the column 西暦"),
+            std::string::npos)
+      << message;
 }
 
 }  // namespace
