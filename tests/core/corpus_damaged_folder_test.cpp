@@ -176,15 +176,19 @@ class DamagedFolder : public ::testing::Test {
   static inline int tried = 0;
 };
 
-// The run in a child without the rights of root, which reads any file.
-Outcome RunAsAnOrdinaryUser(const fs::path& dir) {
-  if (::geteuid() != 0) return RunAll(dir);
+// The run in a child process, ended by an alarm if it waits for ever, so
+// that a read that blocks fails the case instead of hanging the suite. The
+// child gives up the rights of root first when asked.
+Outcome RunInChild(const fs::path& dir, bool ordinaryUser) {
   int pipe[2];
   if (::pipe(pipe) != 0) return {false, "no pipe"};
   const pid_t child = ::fork();
   if (child == 0) {
     ::close(pipe[0]);
-    if (::setgid(65534) != 0 || ::setuid(65534) != 0) ::_exit(3);
+    ::alarm(20);
+    if (ordinaryUser && ::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) {
+      ::_exit(3);
+    }
     const Outcome outcome = RunAll(dir);
     const auto written = ::write(pipe[1], outcome.message.data(), outcome.message.size());
     ::_exit(outcome.loaded ? 0 : written >= 0 ? 1 : 2);
@@ -199,6 +203,14 @@ Outcome RunAsAnOrdinaryUser(const fs::path& dir) {
   outcome.loaded = WIFEXITED(status) && WEXITSTATUS(status) == 0;
   if (!WIFEXITED(status) || WEXITSTATUS(status) > 1) outcome.message += " (the child failed: " + std::to_string(status) + ")";
   return outcome;
+}
+
+// Permissions bind only an ordinary user, and root reads any file.
+Outcome RunAsAnOrdinaryUser(const fs::path& dir) {
+  return RunInChild(dir, true);
+}
+Outcome RunWatched(const fs::path& dir) {
+  return RunInChild(dir, false);
 }
 
 TEST_F(DamagedFolder, AMissingFileIsNamedOrRebuilt) {
@@ -255,11 +267,23 @@ TEST_F(DamagedFolder, ACutStoreStopsInsideARowAndLoadsFewerRowsAtARowEnd) {
   }
 }
 
+TEST_F(DamagedFolder, AStoreThatDoesNotEndInCrLfIsNamed) {
+  for (const TableSchema& s : Schemas()) {
+    if (s.loadGroup == kNoLoadGroup) continue;
+    const std::string name = Dax(s.id);
+    Try(name + " ending in a lone CR", Cut(name, [](const std::string& b) { return b.size() - 2; }),
+        name);
+    Try(name + " without its last line end",
+        Cut(name, [](const std::string& b) { return b.size() - 4; }), name);
+  }
+}
+
 TEST_F(DamagedFolder, AStoreInAnotherEncodingOrShapeIsNamed) {
   const std::string name = Dax(TableId::Hok);
   const std::string bytes = ReadBytes(dir.path() / fs::u8path(name));
   Try("UTF-16 big-endian mark", Replace(name, "\xFE\xFF" + bytes.substr(2)), name);
-  Try("UTF-8 mark", Replace(name, "\xEF\xBB\xBF" + bytes.substr(2)), name);
+  Try("UTF-8 mark", Replace(name, "\xEF\xBB\xBF" + bytes.substr(2)),
+      name + ": line 1: the store is UTF-8");
   Try("no mark", Replace(name, bytes.substr(2)), name);
   Try("a field count that is no number", Replace(name, testing::DaxBytes({u"三十六"}) + bytes.substr(2)), name);
   Try("more fields than the table has", Replace(name, testing::DaxBytes({u"999"})), name);
@@ -296,6 +320,26 @@ TEST_F(DamagedFolder, ABadExportHeaderOrSettingOrBookmarksFileIsNamed) {
         fs::remove(d / "ver.dax");
       },
       dat, true);
+  const std::string outline = Dat(TableId::Sok);
+  Try(
+      "an export without its header line, rebuilding",
+      [&](const fs::path& d) {
+        const std::string bytes = ReadBytes(d / fs::u8path(outline));
+        WriteBytes(d / fs::u8path(outline), bytes.substr(bytes.find('\n') + 1));
+        fs::remove(d / "ver.dax");
+      },
+      outline + ": line 1: the header line is missing", true);
+  Try("an export without a required column, rebuilding", rebuildWith(u"經名,科文"),
+      dat + ": line 1: the header lacks the column 法華No.", true);
+  Try(
+      "an export with line ends of CR alone, rebuilding",
+      [&](const fs::path& d) {
+        std::string bytes = ReadBytes(d / fs::u8path(dat));
+        std::erase(bytes, '\n');
+        WriteBytes(d / fs::u8path(dat), bytes);
+        fs::remove(d / "ver.dax");
+      },
+      dat + ": line 1: the line ends are CR only", true);
   Try("an export in no Shift-JIS",
       [&](const fs::path& d) {
         WriteBytes(d / fs::u8path(dat), "\x82\x20\xFF\xFF,\r\n");
@@ -327,6 +371,28 @@ TEST_F(DamagedFolder, AFileThatCannotBeReadIsNamed) {
   Try("a store without read permission",
       [&](const fs::path& d) { fs::permissions(d / fs::u8path(name), fs::perms::none); }, name, false,
       RunAsAnOrdinaryUser);
+}
+
+// A FIFO in a file's place is refused at once: the run never waits for a
+// writer that does not come. Each run is watched by an alarm.
+TEST_F(DamagedFolder, AFifoInAFilesPlaceIsNamedWithoutWaiting) {
+  const auto fifo = [](const std::string& name, bool rebuild) {
+    return [name, rebuild](const fs::path& d) {
+      fs::remove(d / fs::u8path(name));
+      ASSERT_EQ(::mkfifo((d / fs::u8path(name)).c_str(), 0644), 0);
+      if (rebuild) fs::remove(d / "ver.dax");
+    };
+  };
+  for (const std::string& name :
+       {Dax(TableId::Dic), std::string("ver.dax"), std::string("suiten.ini"),
+        std::string("settings.ini"), std::string("notes.journal")}) {
+    Try("a FIFO for " + name, fifo(name, false), name + ": not a regular file: a FIFO", false,
+        RunWatched);
+  }
+  Try("a FIFO for the unread 年表関連.dax", fifo(Dax(TableId::Nek), false), "", false, RunWatched);
+  const std::string dat = Dat(TableId::Hok);
+  Try("a FIFO for " + dat + ", rebuilding", fifo(dat, true), dat + ": not a regular file: a FIFO",
+      true, RunWatched);
 }
 
 }  // namespace

@@ -61,13 +61,60 @@ TEST(Dax, KeepsEveryCharacterOfAFieldButItsLineEnd) {
   EXPECT_EQ(EncodeDax(tyu), bytes);
 }
 
-TEST(Dax, ALastLineWithoutItsLineEndIsRead) {
+// Stores whose last line is cut, or that are in another encoding: each is
+// refused with what is wrong and where.
+TEST(Dax, AStoreCutShortOrInAnotherEncodingIsRefused) {
+  struct Case {
+    const char* what;
+    std::string bytes;
+    long line;
+    int field;
+    const char* said;
+  };
+  const auto kam = [](std::u16string_view text) { return testing::Utf16le(text); };
+  const Case cases[] = {
+      {"a lone CR after the last field", kam(u"2\r\na\r\nb\r"), 3, 2,
+       "the last line ends in a lone CR; a store's lines end in CR LF"},
+      {"no line end after the last field", kam(u"2\r\na\r\nb"), 3, 2,
+       "the last line has no line end"},
+      {"a lone LF after the last field", kam(u"2\r\na\r\nb\n"), 3, 2,
+       "the last line ends in a lone LF"},
+      {"a field count without its line end", kam(u"2"), 1, -1, "the last line has no line end"},
+      {"a field count ending in a lone CR", kam(u"2\r"), 1, -1, "the last line ends in a lone CR"},
+      {"a row cut inside a line", kam(u"3\r\na\r\nb\r\nc\r\nd\r\ne"), 6, 2,
+       "the file ends inside the row: 2 of its 3 fields are missing"},
+      {"a UTF-8 mark",
+       "\xEF\xBB\xBF"
+       "2\r\na\r\nb\r\n",
+       1, -1,
+       "the store is UTF-8 (it begins with EF BB BF); a store is UTF-16LE beginning with FF FE"},
+      {"a big-endian mark", "\xFE\xFF" + kam(u"2\r\n").substr(2), 1, -1, "UTF-16 big-endian"},
+      {"an odd number of bytes", kam(u"2\r\na\r\nb\r\n") + "x", 0, -1,
+       "the file ends inside a UTF-16 character: its 21 bytes are an odd number"},
+  };
   TempDir dir;
-  WriteBytes(dir / "t.dax", testing::Utf16le(u"2\r\na\r\nb"));
-  Table kam(SchemaOf(TableId::Kam));
-  ReadDax(dir / "t.dax", kam);
-  EXPECT_EQ(kam.rows(), 1);
-  EXPECT_EQ(kam.Get(1, 2), u"b");
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    WriteBytes(dir / "t.dax", c.bytes);
+    Table table(SchemaOf(TableId::Kam));
+    try {
+      ReadDax(dir / "t.dax", table);
+      ADD_FAILURE() << "read";
+    } catch (const CorpusError& e) {
+      EXPECT_NE(std::string(e.what()).find(c.said), std::string::npos) << e.what();
+      EXPECT_EQ(e.place().line, c.line);
+      EXPECT_EQ(e.place().field, c.field);
+    }
+  }
+}
+
+TEST(Dax, AFieldCountLineAloneIsAnEmptyTable) {
+  TempDir dir;
+  WriteBytes(dir / "t.dax", DaxBytes({u"36"}));
+  Table hok(SchemaOf(TableId::Hok));
+  ReadDax(dir / "t.dax", hok);
+  EXPECT_EQ(hok.cols(), 36);
+  EXPECT_EQ(hok.rows(), 0);
 }
 
 TEST(Dax, AFileCutInsideARowNamesTheRowAndTheMissingField) {

@@ -68,10 +68,10 @@ TEST(Import, LoadingTheStoreGivesTheTablesTheImportLeftInMemory) {
 class SmallImport : public ::testing::Test {
  protected:
   void Dat(std::initializer_list<std::u16string_view> lines) {
-    WriteDat(corpus.FilePath(TableId::Dat, ".dat"), lines);
+    testing::WriteExport(corpus.FilePath(TableId::Dat, ".dat"), TableId::Dat, lines);
   }
   void Mok(std::initializer_list<std::u16string_view> lines) {
-    WriteDat(corpus.FilePath(TableId::Mok, ".dat"), lines);
+    testing::WriteExport(corpus.FilePath(TableId::Mok, ".dat"), TableId::Mok, lines);
   }
   TempDir dir;
   Corpus corpus{dir.path()};
@@ -119,11 +119,12 @@ TEST_F(SmallImport, OutlinesDropRowsWithoutAHeadingAndTheSutraGetsItsFascicles) 
   for (int row = 1; row <= 600; ++row) {
     hok += text::IntText(row) + (row < 212 ? u",\"無量義経\"" : u",\"妙法蓮華経\"") + u"\r\n";
   }
-  testing::WriteBytes(corpus.FilePath(TableId::Hok, ".dat"), text::EncodeSjis(hok));
+  testing::WriteBytes(corpus.FilePath(TableId::Hok, ".dat"),
+                      text::EncodeSjis(testing::WithRequiredColumns(TableId::Hok, hok)));
   WriteDat(corpus.FilePath(TableId::Sok, ".dat"),
            {u"科文,法華No.", u"\"序分\",1", u",2", u"\"正宗分\",3", u",4"});
   WriteDat(corpus.FilePath(TableId::Kam, ".dat"), {u"科文,法華No.", u",1", u"\"通序\",2"});
-  WriteDat(corpus.FilePath(TableId::Hon, ".dat"), {u"本尊No", u"1"});
+  testing::WriteExport(corpus.FilePath(TableId::Hon, ".dat"), TableId::Hon, {u"本尊No", u"1"});
   WriteDat(corpus.FilePath(TableId::Tyu, ".dat"), {u"注経No.", u"1"});
   ImportSutra(corpus, options);
   const Table& sok = corpus.table(TableId::Sok);
@@ -167,10 +168,11 @@ TEST_F(SmallImport, DictionaryContinuationsMergeBackAndTheReadingOrderIgnoresKan
 }
 
 TEST_F(SmallImport, DictionaryLookupKeysFollowTheHeadWord) {
-  WriteDat(corpus.FilePath(TableId::Dic, ".dat"),
-           {u"辞基本No,見出項目,見出よみ,印,事類", u"1,\"庵\",\"いお\",\"[庵菴]\",\"翠典\"",
-            u"2,\"かう\",\"かう\",\"x\",\"翠典\"", u"3,\"法華\",\"ほっけ\",\"x\",\"翠典\"",
-            u"4,\"学\",\"がく\",\"source\",\"翠典\""});
+  testing::WriteExport(
+      corpus.FilePath(TableId::Dic, ".dat"), TableId::Dic,
+      {u"辞基本No,見出項目,見出よみ,印,事類", u"1,\"庵\",\"いお\",\"[庵菴]\",\"翠典\"",
+       u"2,\"かう\",\"かう\",\"x\",\"翠典\"", u"3,\"法華\",\"ほっけ\",\"x\",\"翠典\"",
+       u"4,\"学\",\"がく\",\"source\",\"翠典\""});
   testing::WriteBytes(dir / "add.csv", text::EncodeSjis(u"辞基本No,分類\r\n"));
   options.classTable = dir / "add.csv";
   ImportDictionary(corpus, options);

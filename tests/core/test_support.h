@@ -82,6 +82,49 @@ inline void WriteDat(const std::filesystem::path& path,
   WriteBytes(path, text::EncodeSjis(text));
 }
 
+// An export's text (CR LF lines, header first) with the columns the table
+// requires added to the header where it lacks them, empty in every record:
+// for tests about other columns.
+inline std::u16string WithRequiredColumns(corpus::TableId id, std::u16string_view text) {
+  const corpus::TableSchema& schema = corpus::SchemaOf(id);
+  std::size_t end = text.find(u"\r\n");
+  if (end == std::u16string_view::npos) end = text.size();
+  std::u16string header(text.substr(0, end));
+  std::u16string bare;
+  for (char16_t c : header) {
+    if (c != u'"') bare += c;
+  }
+  bare = u"," + bare + u",";
+  std::u16string added;
+  for (const int field : schema.requiredColumns) {
+    const std::u16string name(schema.fields[static_cast<std::size_t>(field)]);
+    if (bare.find(u"," + name + u",") != std::u16string::npos) continue;
+    header += u"," + name;
+    added += u",";
+  }
+  std::u16string out = header;
+  for (std::size_t at = end; at < text.size();) {
+    std::size_t next = text.find(u"\r\n", at + 2);
+    if (next == std::u16string_view::npos) next = text.size();
+    const std::u16string_view line = text.substr(at, next - at);  // with its leading CR LF
+    out += line;
+    if (line.size() > 2) out += added;
+    at = next;
+  }
+  return out;
+}
+
+// WriteDat with the columns the table requires completed, as above.
+inline void WriteExport(const std::filesystem::path& path, corpus::TableId id,
+                        std::initializer_list<std::u16string_view> lines) {
+  std::u16string text;
+  for (auto line : lines) {
+    text += line;
+    text += u"\r\n";
+  }
+  WriteBytes(path, text::EncodeSjis(WithRequiredColumns(id, text)));
+}
+
 // The place named by the fault that reading `path` into a table of `id`
 // raises through `read` (ReadDax, ReadDatTable); a test failure when none.
 template <typename Read>

@@ -21,27 +21,65 @@ bool IsBlank(char16_t c) {
 DatReader::DatReader(const std::filesystem::path& path, const TableSchema& schema)
     : file_(DisplayPath(path)), schema_(&schema) {
   text_ = ReadShiftJisFile(path);
-
+  // Without a single LF the whole file would read as one header line.
+  if (text_.find(u'\n') == std::u16string::npos && text_.find(u'\r') != std::u16string::npos) {
+    throw CorpusError({file_, 1}, "the line ends are CR only; an export's lines end in CR LF");
+  }
   std::size_t begin = 0;
   std::size_t end = 0;
   if (!NextLine(begin, end)) throw CorpusError({file_, 1}, "the file has no header line");
-  const auto names = text::Split(std::u16string_view(text_).substr(begin, end - begin), u",");
+  ReadHeader(std::u16string_view(text_).substr(begin, end - begin));
+}
+
+void DatReader::ReadHeader(std::u16string_view line) {
+  const TableSchema& schema = *schema_;
+  const auto names = text::Split(line, u",");
   if (names.size() > static_cast<std::size_t>(kMaxDatColumns)) {
     throw CorpusError({file_, 1}, "the header names " + std::to_string(names.size()) +
                                       " columns; at most " + std::to_string(kMaxDatColumns) +
                                       " are allowed");
   }
   if (names.empty()) throw CorpusError({file_, 1}, "the header line is empty");
-  for (const auto name : names) {
+  bool anyField = false;
+  for (std::size_t c = 0; c < names.size(); ++c) {
+    const std::u16string_view name = names[c];
+    // Names may be quoted; a bare number is a value, never a name.
+    if (name.find(u'"') == std::u16string_view::npos && text::IsNumeric(name)) {
+      throw CorpusError({file_, 1}, "the header line is missing: line 1 is a record (column " +
+                                        std::to_string(c + 1) + " holds the unquoted number " +
+                                        text::ToUtf8(name) + ")");
+    }
     std::u16string bare;
     std::copy_if(name.begin(), name.end(), std::back_inserter(bare),
-                 [](char16_t c) { return c != u'"'; });
+                 [](char16_t ch) { return ch != u'"'; });
     int field = 0;
     for (int f = 1; f <= schema.FieldMax(); ++f) {
       if (bare == schema.fields[static_cast<std::size_t>(f)]) field = f;
     }
+    anyField = anyField || field > 0;
     columnMap_.push_back(field);
     columnNames_.push_back(std::move(bare));
+  }
+  if (!anyField) {
+    throw CorpusError({file_, 1}, "the header line is missing: line 1 is a record (none of its " +
+                                      std::to_string(names.size()) + " values names a column of " +
+                                      std::string(schema.name) + ")");
+  }
+  std::vector<std::string> missing;
+  for (const int field : schema.requiredColumns) {
+    if (std::find(columnMap_.begin(), columnMap_.end(), field) == columnMap_.end()) {
+      missing.push_back(text::ToUtf8(schema.fields[static_cast<std::size_t>(field)]));
+    }
+  }
+  if (missing.size() == 1) {
+    throw CorpusError(
+        {file_, 1}, "the header lacks the column " + missing.front() + ", which the import needs");
+  }
+  if (!missing.empty()) {
+    std::string list;
+    for (const std::string& name : missing) list.append(list.empty() ? "" : ", ").append(name);
+    throw CorpusError({file_, 1}, "the header lacks " + std::to_string(missing.size()) +
+                                      " columns that the import needs: " + list);
   }
 }
 

@@ -20,6 +20,9 @@ class DatReader {
   // Reads and decodes the file and builds the column map from its header:
   // each file column goes to the field of the same name (the last of equal
   // field names wins), a column with no such field is read and dropped.
+  // Refused, naming the file and line 1: line ends of CR alone, a first line
+  // that is a record rather than column names, and a header that lacks one
+  // of the schema's required columns (all missing ones are named).
   DatReader(const std::filesystem::path& path, const TableSchema& schema);
 
   // Reads the next record into `row` and gives its values the table's normal
@@ -35,6 +38,7 @@ class DatReader {
   long line() const { return line_; }
 
  private:
+  void ReadHeader(std::u16string_view line);
   [[noreturn]] void Fail(long line, int row, int column, const std::string& detail) const;
   bool NextLine(std::size_t& begin, std::size_t& end);
 

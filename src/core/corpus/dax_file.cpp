@@ -43,6 +43,33 @@ void ForEachLineFeed(const char16_t* text, std::size_t from, std::size_t size, F
   }
 }
 
+// What is wrong with the end of a store that does not end in CR LF.
+std::string LineEndFault(std::span<const char16_t> text) {
+  const char16_t last = text.empty() ? u'\0' : text.back();
+  return last == u'\r'   ? "the last line ends in a lone CR; a store's lines end in CR LF"
+         : last == u'\n' ? "the last line ends in a lone LF; a store's lines end in CR LF"
+                         : "the last line has no line end; a store's lines end in CR LF";
+}
+
+// A store is UTF-16LE: a file that begins with another byte-order mark, or
+// with none, is named for what it is.
+void RefuseAnotherEncoding(const std::string& file, const unsigned char* b, std::size_t size) {
+  if (size >= 3 && b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF) {
+    throw CorpusError({file, 1},
+                      "the store is UTF-8 (it begins with EF BB BF); a store is UTF-16LE "
+                      "beginning with FF FE");
+  }
+  if (size >= 2 && b[0] == 0xFE && b[1] == 0xFF) {
+    throw CorpusError({file, 1},
+                      "the store is UTF-16 big-endian (it begins with FE FF); a store is "
+                      "UTF-16LE beginning with FF FE");
+  }
+  if (size < 2 || b[0] != 0xFF || b[1] != 0xFE) {
+    throw CorpusError({file, 1},
+                      "not a store file: it does not begin with the UTF-16 byte-order mark FF FE");
+  }
+}
+
 // Writes the row numbers without a string for each.
 void NumberRows(Table& table, int firstRow, int lastRow) {
   char16_t digits[12];
@@ -100,13 +127,22 @@ void FillRows(Table& table, const std::string& file, std::span<const char16_t> t
     endLine(lf > lineBegin && text[lf - 1] == u'\r' ? lf - 1 : lf);
     lineBegin = lf + 1;
   });
-  // A last line without its line end still counts; a lone CR there is text.
-  if (lineBegin < text.size()) endLine(text.size());
-  if (field != 1) {
-    throw CorpusError({file, lineOf(row, field), row, field,
-                       text::ToUtf8(schema.fields[static_cast<std::size_t>(field)])},
+  // Text after the last LF is a line cut short: inside a row it is one of
+  // the fields missing; as the last field of a row it lost its line end.
+  const bool cutLine = lineBegin < text.size();
+  const std::string fieldName = text::ToUtf8(schema.fields[static_cast<std::size_t>(field)]);
+  if (cutLine ? field < fields : field != 1) {
+    throw CorpusError({file, lineOf(row, field), row, field, fieldName},
                       "the file ends inside the row: " + std::to_string(fields - field + 1) +
                           " of its " + std::to_string(fields) + " fields are missing");
+  }
+  if (cutLine) {
+    throw CorpusError({file, lineOf(row, field), row, field, fieldName}, LineEndFault(text));
+  }
+  if (text.size() > bodyStart && text[text.size() - 2] != u'\r') {
+    throw CorpusError({file, lineOf(row - 1, fields), row - 1, fields,
+                       text::ToUtf8(schema.fields[static_cast<std::size_t>(fields)])},
+                      LineEndFault(text));
   }
   table.KeepRows(row - 1);
   table.set_cols(fields);
@@ -129,17 +165,15 @@ void ReadDax(const std::filesystem::path& path, Table& table) {
       arena = table.ResetWithArena((size + 1) / 2, numberSpare);
       return arena.data();
     });
+    RefuseAnotherEncoding(file, reinterpret_cast<const unsigned char*>(arena.data()), bytes);
     if (bytes % 2 != 0) {
-      throw CorpusError(
-          {file}, "the file ends inside a UTF-16 character (" + std::to_string(bytes) + " bytes)");
+      throw CorpusError({file}, "the file ends inside a UTF-16 character: its " +
+                                    std::to_string(bytes) +
+                                    " bytes are an odd number, so the last character was cut "
+                                    "short");
     }
     if constexpr (std::endian::native == std::endian::big) {
       for (char16_t& c : arena) c = static_cast<char16_t>(c << 8 | c >> 8);
-    }
-    if (arena.empty() || arena[0] != kBom) {
-      throw CorpusError({file, 1},
-                        "not a store file: it does not begin with the UTF-16 "
-                        "byte-order mark FF FE");
     }
     const std::u16string_view all(arena.data(), arena.size());
     const std::size_t headerEnd = std::min(all.find(u'\n'), all.size());
@@ -153,6 +187,7 @@ void ReadDax(const std::filesystem::path& path, Table& table) {
                                        std::to_string(schema.FieldMax()) + "), not \"" +
                                        text::ToUtf8(header) + "\"");
     }
+    if (headerEnd == all.size()) throw CorpusError({file, 1}, LineEndFault(arena));
     FillRows(table, file, arena, std::min(headerEnd + 1, arena.size()), *fields);
     if (schema.numberedAtLoad) NumberRows(table, schema.firstRow, table.rows());
   } catch (...) {

@@ -12,8 +12,9 @@
 namespace suizo::corpus {
 
 // Loads the file into the table, replacing what it held; numbers the rows in
-// field 0 where the schema says so. A file that is not a store, ends inside a
-// row, or has more rows than the table can hold is a CorpusError.
+// field 0 where the schema says so. A file that is not a store (UTF-8, big-
+// endian, no mark), is cut inside a character or a row, does not end in
+// CR LF, or has more rows than the table can hold is a CorpusError.
 void ReadDax(const std::filesystem::path& path, Table& table);
 
 // The bytes of the store of a table, rows from the schema's first row to the

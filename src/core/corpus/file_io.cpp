@@ -45,12 +45,50 @@ int FaultAt(const std::filesystem::path& file, WriteStep step) {
   return fault ? fault(file, step) : 0;
 }
 
+// What a file is, for the refusal of anything but a regular one.
+const char* KindOf(mode_t mode) {
+  if (S_ISDIR(mode)) return "a folder";
+  if (S_ISFIFO(mode)) return "a FIFO";
+  if (S_ISCHR(mode) || S_ISBLK(mode)) return "a device";
+  if (S_ISSOCK(mode)) return "a socket";
+  return "a special file";
+}
+
+[[noreturn]] void RefuseKind(const std::filesystem::path& path, mode_t mode) {
+  throw CorpusError({DisplayPath(path)}, std::string("not a regular file: ") + KindOf(mode));
+}
+
+// Opens without ever blocking (a FIFO with no writer or no reader would) and
+// refuses anything but a regular file before any byte moves.
+int OpenRegular(const std::filesystem::path& path, int flags) {
+  struct stat info {};
+  const int fd = ::open(path.c_str(), flags | O_NONBLOCK | O_CLOEXEC, 0644);
+  if (fd < 0) {
+    // A FIFO without a reader or a folder opened for writing fails here.
+    const int err = errno;
+    if (::stat(path.c_str(), &info) == 0 && !S_ISREG(info.st_mode)) RefuseKind(path, info.st_mode);
+    errno = err;
+    return -1;
+  }
+  int err = ::fstat(fd, &info) != 0 ? errno : 0;
+  // Regular files ignore the flag; it is taken off all the same.
+  if (err == 0 && S_ISREG(info.st_mode) &&
+      ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK) != 0) {
+    err = errno;
+  }
+  if (err == 0 && S_ISREG(info.st_mode)) return fd;
+  ::close(fd);
+  if (err == 0) RefuseKind(path, info.st_mode);
+  errno = err;
+  return -1;
+}
+
 int OpenForWriting(const std::filesystem::path& path, int mode) {
   if (const int err = FaultAt(path, WriteStep::Create)) {
     errno = err;
     return -1;
   }
-  return ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | mode, 0644);
+  return OpenRegular(path, O_WRONLY | O_CREAT | mode);
 }
 
 // Writes every byte; the errno of a failure, or 0.
@@ -94,11 +132,10 @@ std::string DisplayPath(const std::filesystem::path& path) {
 
 void ReadFileInto(const std::filesystem::path& path,
                   const std::function<void*(std::size_t)>& allocate) {
-  Fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  Fd fd(OpenRegular(path, O_RDONLY));
   if (fd.get() < 0) Fail(path, "cannot open the file", errno);
   struct stat info {};
   if (::fstat(fd.get(), &info) != 0) Fail(path, "cannot read the file", errno);
-  if (S_ISDIR(info.st_mode)) Fail(path, "cannot read the file", EISDIR);
   const auto size = static_cast<std::size_t>(info.st_size);
   auto* dest = static_cast<char*>(allocate(size));
   std::size_t done = 0;
@@ -131,11 +168,19 @@ std::u16string ReadShiftJisFile(const std::filesystem::path& path) {
   }
 }
 
+void RequireRegularFile(const std::filesystem::path& path) {
+  struct stat info {};
+  if (::stat(path.c_str(), &info) != 0) Fail(path, "cannot open the file", errno);
+  if (!S_ISREG(info.st_mode)) RefuseKind(path, info.st_mode);
+}
+
 ScopedWriteFault::ScopedWriteFault(WriteFault fault) : previous_(std::move(InjectedFault())) {
   InjectedFault() = std::move(fault);
 }
 
-ScopedWriteFault::~ScopedWriteFault() { InjectedFault() = std::move(previous_); }
+ScopedWriteFault::~ScopedWriteFault() {
+  InjectedFault() = std::move(previous_);
+}
 
 ScopedFlushOff::ScopedFlushOff() : previous_(std::exchange(Flushing(), false)) {}
 
@@ -216,7 +261,8 @@ void ReplaceFile(const std::filesystem::path& from, const std::filesystem::path&
 }
 
 void TruncateFile(const std::filesystem::path& path, std::uintmax_t size) {
-  if (::truncate(path.c_str(), static_cast<off_t>(size)) != 0) Fail(path, "cannot shorten the file", errno);
+  if (::truncate(path.c_str(), static_cast<off_t>(size)) != 0)
+    Fail(path, "cannot shorten the file", errno);
 }
 
 }  // namespace suizo::corpus

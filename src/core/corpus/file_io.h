@@ -11,6 +11,10 @@
 
 namespace suizo::corpus {
 
+// Every read and write of a data file refuses, naming it, anything but a
+// regular file ("not a regular file: a FIFO", "a folder", "a device", ...)
+// at once: a FIFO or a device in a file's place never blocks the program.
+
 // The file's bytes; a CorpusError naming the file when it cannot be read.
 std::string ReadFileBytes(const std::filesystem::path& path);
 
@@ -22,6 +26,10 @@ void ReadFileInto(const std::filesystem::path& path,
 // The file decoded from Shift-JIS; a bad byte is a CorpusError naming the
 // file and its line.
 std::u16string ReadShiftJisFile(const std::filesystem::path& path);
+
+// A CorpusError naming the file when it is missing or not a regular file;
+// opens nothing.
+void RequireRegularFile(const std::filesystem::path& path);
 
 void WriteFileWhole(const std::filesystem::path& path, std::string_view bytes);
 

@@ -88,6 +88,37 @@ constexpr std::u16string_view kSMokFields[] = {
     u"年号",   u"年月日",   u"著者",     u"蔵所",    u"刊行本", u"印",
 };
 
+// The columns each import reads and cannot do without: keys, links, the
+// text, and in `Dat` the page fields of the ten collections (22 to 35).
+constexpr int kDatRequired[] = {dat::kSysNo, dat::kBangou, dat::kTitle, dat::kClass, dat::kMain,
+                                22,          23,           24,          25,          26,
+                                27,          28,           29,          31,          35};
+
+constexpr bool RequiresEveryPageField() {
+  for (const Collection& c : kCollections) {
+    if (c.datField == 0) continue;
+    bool found = false;
+    for (int f : kDatRequired) found = found || f == c.datField;
+    if (!found) return false;
+  }
+  return true;
+}
+static_assert(RequiresEveryPageField(),
+              "every collection's page field is required of 翠典本文.dat");
+
+constexpr int kMokRequired[] = {mok::kSysNo,  mok::kBangou,    mok::kClass, mok::kTitle,
+                                mok::kDating, mok::kRecipient, mok::kDate};
+constexpr int kDicRequired[] = {dic::kKey, dic::kHeadNo, dic::kHeadWord, dic::kReading,
+                                dic::kExplanation};
+constexpr int kHokRequired[] = {hok::kNumber, hok::kSutraName, hok::kChapter, hok::kKaiketsuPage};
+constexpr int kOutlineRequired[] = {outline::kHeading, outline::kHokNo};
+constexpr int kNenRequired[] = {nen::kBaseNo, nen::kNumber, nen::kDate, nen::kEvent};
+constexpr int kNekRequired[] = {1};     // 西暦
+constexpr int kTyuRequired[] = {1};     // 注経No.
+constexpr int kHonRequired[] = {1, 2};  // 尊基礎No, 本尊No
+constexpr int kSDatRequired[] = {sdat::kSysNo, 4, sdat::kReading, sdat::kShaped};  // 4: 史料番号
+constexpr int kSMokRequired[] = {smok::kNumber, smok::kSysNo, 4, smok::kDate};     // 4: 書名
+
 constexpr std::uint64_t Fields(std::initializer_list<int> list) {
   std::uint64_t mask = 0;
   for (int f : list) mask |= std::uint64_t{1} << f;
@@ -105,29 +136,29 @@ constexpr auto kNone = std::nullopt;
 
 constexpr std::array<TableSchema, kTableCount> kSchemas{{
     {TableId::Dat, "Dat", "翠典本文", "dat", 35000, kDatFields, "DatCols", "DatRows", 0, 0, true,
-     true, NormalForm::A, Fields({6}) | Range(8, 15) | Range(48, 52)},
+     true, NormalForm::A, Fields({6}) | Range(8, 15) | Range(48, 52), kDatRequired},
     {TableId::Mok, "Mok", "翠典資料", "mok", 1050, kMokFields, "MokCols", "MokRows", 0, 1, true,
-     true, NormalForm::A, Fields({10}) | Range(14, 25)},
+     true, NormalForm::A, Fields({10}) | Range(14, 25), kMokRequired},
     {TableId::Dic, "Dic", "辞書事典", "dic", 40000, kDicFields, "DicCols", "DicRows", 1, 1, true,
-     true, NormalForm::A, Fields({3, 6, 7})},
+     true, NormalForm::A, Fields({3, 6, 7}), kDicRequired},
     {TableId::Hok, "Hok", "法華経", "hok", 3000, kHokFields, "HokCols", "HokRows", 2, 1, true,
-     false, NormalForm::B, Fields({36}) | Range(13, 23)},
+     false, NormalForm::B, Fields({36}) | Range(13, 23), kHokRequired},
     {TableId::Sok, "Sok", "法華経総科", "sok", 80, kSokFields, "SokCols", "SokRows", 2, 1, false,
-     false, kNone, 0},
+     false, kNone, 0, kOutlineRequired},
     {TableId::Kam, "Kam", "法華経科文", "kam", 1360, kKamFields, "KamCols", "KamRows", 2, 1, false,
-     false, kNone, 0},
+     false, kNone, 0, kOutlineRequired},
     {TableId::Nen, "Nen", "年表", "nen", 7200, kNenFields, "NenCols", "NenRows", 3, 1, false, false,
-     NormalForm::A, Fields({14})},
+     NormalForm::A, Fields({14}), kNenRequired},
     {TableId::Nek, "Nek", "年表関連", "nek", 700, kNekFields, "NekCols", "NekRows", kNoLoadGroup, 1,
-     false, false, kNone, 0},
+     false, false, kNone, 0, kNekRequired},
     {TableId::Tyu, "Tyu", "注経本文", "tyu", 3100, kTyuFields, "TyuCols", "TyuRows", 4, 1, false,
-     false, kNone, 0},
+     false, kNone, 0, kTyuRequired},
     {TableId::Hon, "Hon", "本尊資料", "hon", 200, kHonFields, "HonCols", "HonRows", 5, 1, false,
-     false, kNone, 0},
+     false, kNone, 0, kHonRequired},
     {TableId::SDat, "SDat", "史料本文", "sat", 38000, kSDatFields, "SDatCols", "SDatRows", 6, 0,
-     true, true, NormalForm::A, Range(6, 11)},
+     true, true, NormalForm::A, Range(6, 11), kSDatRequired},
     {TableId::SMok, "SMok", "史料目次", "sak", 950, kSMokFields, "SMokCols", "SMokRows", 6, 1, true,
-     true, NormalForm::A, Fields({4, 5, 9, 10, 11})},
+     true, NormalForm::A, Fields({4, 5, 9, 10, 11}), kSMokRequired},
 }};
 
 constexpr TableId kGroup0[] = {TableId::Dat, TableId::Mok};

@@ -35,6 +35,9 @@ struct TableSchema {
   bool numberedAtLoad;    // the .dax reader does
   std::optional<text::NormalForm> normalForm;
   std::uint64_t normalFields;  // bit f: field f takes the normal form at import
+  // Fields whose export columns the import cannot do without: an export
+  // whose header lacks one is refused.
+  std::span<const int> requiredColumns;
 
   int FieldMax() const { return static_cast<int>(fields.size()) - 1; }
   bool Normalised(int field) const { return normalForm && (normalFields >> field & 1); }
@@ -79,11 +82,11 @@ inline constexpr std::array<int, 12> kPaneCol = {8, 15, 10, 11, 12, 13, 50, 51, 
 
 // Field numbers used across subsystems.
 namespace dat {
-inline constexpr int kSysNo = 2;     // ｼｽﾃﾑNo.
-inline constexpr int kBangou = 4;    // 番号
-inline constexpr int kClass = 7;     // C
-inline constexpr int kMain = 8;      // ｼｽﾃﾑ版翠典
-inline constexpr int kMain2 = 9;     // ｼｽﾃﾑ版翠典2; a leading "◆" marks a head row
+inline constexpr int kSysNo = 2;       // ｼｽﾃﾑNo.
+inline constexpr int kBangou = 4;      // 番号
+inline constexpr int kClass = 7;       // C
+inline constexpr int kMain = 8;        // ｼｽﾃﾑ版翠典
+inline constexpr int kMain2 = 9;       // ｼｽﾃﾑ版翠典2; a leading "◆" marks a head row
 inline constexpr int kAutograph = 10;  // 真蹟直読: empty where no autograph survives
 inline constexpr int kAutographApplied = 11;  // 真蹟活用
 inline constexpr int kCopy = 12;              // 門下写本
@@ -95,9 +98,9 @@ inline constexpr int kNote3 = 49;             // 作業3
 inline constexpr int kAutographNote = 50;     // 直読備考
 inline constexpr int kCopyNote = 51;          // 写本備考
 inline constexpr int kQuotations = 52;        // 引用索引
-inline constexpr int kDate = 19;     // 年月日
-inline constexpr int kDating = 20;   // 系年
-inline constexpr int kOrderRow = 0;  // row 0 holds the order counts
+inline constexpr int kDate = 19;              // 年月日
+inline constexpr int kDating = 20;            // 系年
+inline constexpr int kOrderRow = 0;           // row 0 holds the order counts
 }  // namespace dat
 
 namespace mok {
@@ -128,15 +131,16 @@ inline constexpr int kClassLabel = 12;    // 事類
 }  // namespace dic
 
 namespace hok {
-inline constexpr int kNumber = 1;     // 法華No.
+inline constexpr int kNumber = 1;         // 法華No.
 inline constexpr int kKaiketsuPage = 11;  // 開結頁行: page and line in the sutra edition
-inline constexpr int kChapter = 9;    // 品名
-inline constexpr int kSutraName = 8;  // 経名
-inline constexpr int kFascicle = 31;  // 備考, the fascicle's label once imported
+inline constexpr int kChapter = 9;        // 品名
+inline constexpr int kSutraName = 8;      // 経名
+inline constexpr int kFascicle = 31;      // 備考, the fascicle's label once imported
 }  // namespace hok
 
 namespace outline {
 inline constexpr int kHeading = 4;  // 科文, in both outlines
+inline constexpr int kHokNo = 5;    // 法華No., the sutra row of the heading
 }  // namespace outline
 
 namespace nen {
