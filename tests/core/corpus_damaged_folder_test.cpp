@@ -98,7 +98,7 @@ class DamagedFolder : public ::testing::Test {
  protected:
   DamagedFolder() {
     fs::copy(testing::SampleStore(), dir.path(), fs::copy_options::recursive);
-    WriteVersion(dir.path(), kVersion);
+    WriteVersion(dir.path(), StoreVersion(kVersion));
     WriteSettings(*std::make_unique<FileSettings>(dir / "settings.ini"), Settings{});
     const Outcome clean = RunAll(dir.path());
     EXPECT_TRUE(clean.loaded) << clean.message;
@@ -117,6 +117,7 @@ class DamagedFolder : public ::testing::Test {
     }
     damage(copy);
     const Snapshot before = Take(copy);
+    ReadOnlyCommandsChangeNothing(copy, before);
     const Outcome outcome = run(copy);
     if (named.empty()) {
       EXPECT_TRUE(outcome.loaded) << outcome.message;
@@ -137,6 +138,19 @@ class DamagedFolder : public ::testing::Test {
       EXPECT_TRUE(after.bytes.count(name) == 1) << name << " was removed";
     }
     ++tried;
+  }
+
+  // The commands that only read load the damaged folder, or stop naming
+  // what is wrong, without waiting and without touching a file.
+  static void ReadOnlyCommandsChangeNothing(const fs::path& copy, const Snapshot& before) {
+    for (const char* command : {"info", "dict 法華経を", "search 題目", "nen --search 地震"}) {
+      const std::string line = std::string("timeout 20 ") + SUIZO_CLI + " " + command + " --data '" +
+                               DisplayPath(copy) + "' >/dev/null 2>&1";
+      const int status = std::system(line.c_str());
+      EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) <= 2) << command << " ended with " << status;
+      const Snapshot now = Take(copy);
+      EXPECT_TRUE(now.bytes == before.bytes && now.times == before.times) << command << " changed a file";
+    }
   }
 
   // The byte offset after the first `lines` lines of a store.

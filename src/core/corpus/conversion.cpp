@@ -6,6 +6,7 @@
 
 #include "core/corpus/dax_file.h"
 #include "core/corpus/errors.h"
+#include "core/corpus/export_check.h"
 #include "core/corpus/file_io.h"
 #include "core/corpus/notes.h"
 #include "core/corpus/startup.h"
@@ -43,26 +44,6 @@ void RequireReplaceable(const std::filesystem::path& path) {
     throw CorpusError({DisplayPath(path)},
                       "something that is not a file stands in the store's place");
   }
-}
-
-// Every table's export must be there: with none there is nothing to
-// convert, and one missing is named before anything is written.
-void RequireExports(const std::filesystem::path& dataPath) {
-  std::optional<std::filesystem::path> missing;
-  bool any = false;
-  for (const TableSchema& schema : Schemas()) {
-    const auto path = dataPath / std::filesystem::u8path(std::string(schema.stem) + ".dat");
-    if (std::filesystem::exists(path)) {
-      any = true;
-    } else if (!missing) {
-      missing = path;
-    }
-  }
-  if (!any)
-    throw CorpusError({DisplayPath(dataPath)}, "the folder holds no exports (.dat) to convert");
-  if (missing)
-    throw CorpusError({DisplayPath(*missing)},
-                      "the export is missing; the store is made from all twelve");
 }
 
 // Keeps the notes of the store about to be replaced in the memo files, once:
@@ -125,6 +106,15 @@ std::u16string StoreVersion(std::u16string_view programVersion) {
 bool CarriesSourceNotes(std::u16string_view storedVersion) {
   if (storedVersion.ends_with(kOwnTag) || storedVersion == kFirstOwnVersion) return true;
   return text::Val(storedVersion) >= 0.8;
+}
+
+bool HasExports(const std::filesystem::path& dataPath) {
+  for (const TableSchema& schema : Schemas()) {
+    if (std::filesystem::exists(dataPath /
+                                std::filesystem::u8path(std::string(schema.stem) + ".dat")))
+      return true;
+  }
+  return false;
 }
 
 std::filesystem::path StagedPath(const std::filesystem::path& dataPath, TableId id) {
@@ -215,7 +205,11 @@ bool CommitUnderway(const std::filesystem::path& dataPath) {
 ConversionReport ConvertFolder(Corpus& corpus, std::u16string_view version,
                                const ImportOptions& options) {
   const std::filesystem::path& dataPath = corpus.dataPath();
-  RequireExports(dataPath);
+  // With no export at all there is nothing to convert; anything else wrong
+  // with them is named before any work.
+  if (!HasExports(dataPath))
+    throw CorpusError({DisplayPath(dataPath)}, "the folder holds no exports (.dat) to convert");
+  CheckExports(dataPath, options.message);
   ConversionReport report;
   // A store left without its version still holds the user's notes.
   const std::optional<std::u16string> stored = ReadStoredVersion(dataPath);

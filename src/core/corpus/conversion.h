@@ -73,6 +73,9 @@ Leftovers FinishInterruptedConversion(const std::filesystem::path& dataPath);
 bool HasConversionLeftovers(const std::filesystem::path& dataPath);
 bool CommitUnderway(const std::filesystem::path& dataPath);
 
+// Whether the folder holds any export (.dat) at all.
+bool HasExports(const std::filesystem::path& dataPath);
+
 struct ConversionReport {
   bool notesCarried = false;  // a store was there and its notes crossed
   int notes = 0;              // how many

@@ -16,13 +16,6 @@ namespace {
 
 constexpr int kStartGroups[] = {0, 1, 2, 6};
 
-bool AnyExports(const std::filesystem::path& dataPath) {
-  for (const TableSchema& schema : Schemas()) {
-    if (std::filesystem::exists(dataPath / std::filesystem::u8path(std::string(schema.stem) + ".dat"))) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 std::u16string VersionString(int major, int minor, int revision) {
@@ -101,7 +94,7 @@ StartupReport OpenStore(Corpus& corpus, std::u16string_view version, const Impor
     RemoveFile(dataPath / kNotesPending);
   } else {
     if (report.decision.path == StartupPath::FirstRun) outside.ExportTo(dataPath);
-    if (!AnyExports(dataPath)) throw CorpusError({DisplayPath(dataPath)}, text::ToUtf8(kNoProductMessage));
+    if (!HasExports(dataPath)) throw CorpusError({DisplayPath(dataPath)}, text::ToUtf8(kNoProductMessage));
     report.notesRestored = ConvertFolder(corpus, version, options).notesCarried;
     // The notes are in the new store already; the exit writes them again.
     if (report.notesRestored) corpus.DatDirty = corpus.HokDirty = corpus.SDatDirty = 1;
