@@ -32,7 +32,7 @@ struct Correction {
 // CorpusError naming the file, the line and the field.
 std::vector<Correction> ReadCorrections(const std::filesystem::path& path);
 
-// Messages the import shows and goes on (the original's message boxes).
+// Messages the import shows and goes on (message boxes in the viewer).
 using MessageSink = std::function<void(const std::u16string&)>;
 
 // The lookups of the corrections; each gives the row after the last when the

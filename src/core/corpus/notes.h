@@ -16,8 +16,8 @@ namespace suizo::corpus {
 void ExportNotes(const Corpus& corpus, bool withSources);
 
 // Reads the four files back into the tables. A key no row has puts its note
-// in the row after the last, where it is not seen, as the original does. A
-// missing file restores nothing.
+// in the row after the last, where it is not seen. A missing file restores
+// nothing.
 void RestoreNotes(Corpus& corpus);
 
 }  // namespace suizo::corpus

@@ -6,7 +6,7 @@
 
 namespace suizo::platform {
 
-// The models answer the codes of the original key events; a key that maps
+// The models answer the key codes of the desktop's events; a key that maps
 // wrongly would reach a model as another key.
 class KeysTest : public QObject {
   Q_OBJECT
