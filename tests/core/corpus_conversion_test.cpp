@@ -125,6 +125,48 @@ class Conversion : public ::testing::Test {
     }
   }
 
+  struct Kills {
+    int old = 0, renewed = 0;
+  };
+  // `whole` runs a conversion to its end and says how many kills to try;
+  // `killed(i)` runs it again, cut short by the i-th. Each run starts from
+  // the folder as it was. After each kill the next program's clean-up must
+  // leave all twelve stores and ver.dax old or all new, nothing staged, and
+  // the next start must have every note.
+  Kills KillRepeatedly(const std::function<int()>& whole, const std::function<void(int)>& killed) {
+    const fs::path saved =
+        dir.path().parent_path() / (DisplayPath(dir.path().filename()) + "-saved");
+    fs::remove_all(saved);
+    fs::copy(dir.path(), saved);
+    const auto restore = [&] {
+      fs::remove_all(dir.path());
+      fs::copy(saved, dir.path());
+    };
+    const auto before = Stores(dir.path());
+    const int count = whole();
+    const auto after = Stores(dir.path());
+    for (const auto& [name, bytes] : after) {
+      EXPECT_TRUE(name == "ver.dax" || bytes != before.at(name)) << name << " is the same";
+    }
+    Kills kills;
+    for (int i = 1; i <= count; ++i) {
+      SCOPED_TRACE(i);
+      restore();
+      killed(i);
+      FinishInterruptedConversion(dir.path());
+      RemoveLeftoverTemporaries(dir.path());
+      const auto now = Stores(dir.path());
+      kills.old += now == before ? 1 : 0;
+      kills.renewed += now == after ? 1 : 0;
+      EXPECT_TRUE(now == before || now == after) << "a mix of old and new stores";
+      EXPECT_TRUE(Leftover(dir.path()).empty());
+      EXPECT_TRUE(NextStartHasEveryNote());
+    }
+    restore();
+    fs::remove_all(saved);
+    return kills;
+  }
+
   TempDir dir;
   std::vector<std::u16string> keys;
 };
@@ -145,7 +187,8 @@ TEST_F(Conversion, ConvertingAFolderWithAStoreCarriesEveryNoteAcross) {
   EXPECT_TRUE(NotesThere());
 }
 
-// The versions our stores and others' carry, and whether their source notes cross.
+// The versions our stores and others' carry, and whether their source notes
+// cross: the program's own next version keeps every note of this one's store.
 TEST_F(Conversion, SourceNotesCrossFromEveryStoreOfOursAndFromOthersFromZeroEight) {
   const std::pair<std::u16string_view, bool> versions[] = {
       {u"0.7.5", false}, {u"0.8", true},         {u"2.31", true},        {u"0.1.0", true},
@@ -154,13 +197,55 @@ TEST_F(Conversion, SourceNotesCrossFromEveryStoreOfOursAndFromOthersFromZeroEigh
     EXPECT_EQ(CarriesSourceNotes(stored), carried) << text::ToUtf8(stored);
   }
   EXPECT_EQ(StoreVersion(u"0.1.0"), u"0.1.0+suizo");
-  // The program's own next version reads this one's store with its source notes.
+  const fs::path saved = dir.path().parent_path() / (DisplayPath(dir.path().filename()) + "-saved");
+  fs::copy(dir.path(), saved);
+  const std::pair<std::u16string, std::u16string_view> runs[] = {{StoreVersion(kVersion), u"0.2.0"},
+                                                                 {u"0.7.5", kVersion}};
+  for (const auto& [stored, program] : runs) {
+    SCOPED_TRACE(text::ToUtf8(stored));
+    fs::remove_all(dir.path());
+    fs::copy(saved, dir.path());
+    WriteVersion(dir.path(), stored);
+    Corpus corpus(dir.path());
+    NoOutsideDatabase outside;
+    const StartupReport report = OpenStore(corpus, program, ImportOptionsFor(dir.path()), outside);
+    EXPECT_EQ(report.decision.path, StartupPath::Reconvert);
+    EXPECT_EQ(corpus.DatDirty + corpus.HokDirty + corpus.SDatDirty,
+              3);  // the exit writes them again
+    EXPECT_EQ(DecideStartup(dir.path(), program).path, StartupPath::Current);
+    // One line per note, among the sample's own.
+    EXPECT_NE(
+        ReadBytes(dir / "memo2.dat").find(text::EncodeSjis(keys[0] + u",\"読み直すこと\"\r\n")),
+        std::string::npos);
+    const bool sources = CarriesSourceNotes(stored);
+    EXPECT_EQ(ReadBytes(dir / "memos.dat").empty(), !sources);
+    EXPECT_EQ(NotesThere(), sources);
+    EXPECT_EQ(corpus.Hok().Get(12, 36), u"異読あり");
+  }
+  fs::remove_all(saved);
+}
+
+// A store left without its version keeps its notes, and a missing export is
+// named before anything is written.
+TEST_F(Conversion, AStoreWithoutItsVersionKeepsItsNotesAndAMissingExportIsNamedFirst) {
+  const auto before = Stores(dir.path());
+  fs::remove(dir / "ver.dax");
+  fs::rename(dir / "法華経科文.dat", dir / "away");
   Corpus corpus(dir.path());
   NoOutsideDatabase outside;
-  EXPECT_EQ(OpenStore(corpus, u"0.2.0", ImportOptionsFor(dir.path()), outside).decision.path,
-            StartupPath::Reconvert);
-  EXPECT_TRUE(NotesThere());
-  EXPECT_EQ(ReadStoredVersion(dir.path()), StoreVersion(u"0.2.0"));
+  EXPECT_THROW(
+      try {
+        OpenStore(corpus, kVersion, ImportOptionsFor(dir.path()), outside);
+      } catch (const CorpusError& e) {
+        EXPECT_NE(std::string(e.what()).find("法華経科文.dat"), std::string::npos) << e.what();
+        throw;
+      },
+      CorpusError);
+  EXPECT_EQ(Stores(dir.path())["翠典本文.dax"], before.at("翠典本文.dax"));
+  fs::rename(dir / "away", dir / "法華経科文.dat");
+  EXPECT_TRUE(NextStartHasEveryNote());
+  EXPECT_EQ(DecideStartup(dir.path(), kVersion).path, StartupPath::Current);
+  EXPECT_TRUE(NotesThere());  // stored, not only restored in memory
 }
 
 // Each way a conversion can fail part-way: the folder stays as it was, notes
@@ -318,84 +403,41 @@ int KilledAt(int k, Run run) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-// Kills a conversion at every one of its write steps, from the first memo
-// file to the removal of the mark. After each kill the next program's
-// clean-up leaves every store old, with the old version, or every store new,
-// with the new one; the next start has every note.
-void KillAtEveryStep(Conversion& test, const fs::path& dir, const std::function<void()>& convert,
-                     const std::function<bool()>& nextStart, const char* what) {
+// Kills a conversion before each of its write steps, from the first memo
+// file to the removal of the mark: `suizo convert`'s on a current folder, and
+// the start's on a store of another version.
+TEST_F(Conversion, KilledAtAnyWriteStepTheFolderHoldsTheOldStoreOrTheNewOne) {
   ScopedFlushOff quick;
-  const fs::path saved = dir.parent_path() / (DisplayPath(dir.filename()) + "-saved");
-  fs::remove_all(saved);
-  fs::copy(dir, saved);
-  const auto restore = [&] {
-    fs::remove_all(dir);
-    fs::copy(saved, dir);
+  AgeStores();
+  const std::function<void()> convert = [&] {
+    FinishInterruptedConversion(dir.path());
+    Corpus corpus(dir.path());
+    ConvertFolder(corpus, kVersion, ImportOptionsFor(dir.path()));
   };
-  const auto before = Stores(dir);
-  const int steps = KilledAt(0, convert);
-  ASSERT_GT(steps, 60);
-  const auto after = Stores(dir);
-  for (const auto& [name, bytes] : after) {
-    ASSERT_TRUE(name == "ver.dax" || bytes != before.at(name)) << name << " is the same";
+  const std::function<void()> start = [&] {
+    Corpus corpus(dir.path());
+    NoOutsideDatabase outside;
+    OpenStore(corpus, kVersion, ImportOptionsFor(dir.path()), outside);
+  };
+  for (const auto& [what, run] : {std::pair{"convert", convert}, std::pair{"start", start}}) {
+    SCOPED_TRACE(what);
+    if (std::string_view(what) == "start") WriteVersion(dir.path(), u"0.9.0");
+    int steps = 0;
+    const Kills kills = KillRepeatedly(
+        [&] {
+          steps = KilledAt(0, run);
+          EXPECT_GT(steps, 60);
+          return steps;
+        },
+        [&](int k) { KilledAt(k, run); });
+    std::cout << what << ": " << steps << " write steps, killed before each: " << kills.old
+              << " left the old store, " << kills.renewed << " the new one, 0 a mix\n";
   }
-  int old = 0, renewed = 0;
-  for (int k = 1; k <= steps; ++k) {
-    SCOPED_TRACE(k);
-    restore();
-    KilledAt(k, convert);
-    FinishInterruptedConversion(dir);
-    RemoveLeftoverTemporaries(dir);
-    const auto now = Stores(dir);
-    if (now == before) {
-      ++old;
-    } else if (now == after) {
-      ++renewed;
-    } else {
-      ADD_FAILURE() << "a mix of old and new stores";
-    }
-    EXPECT_TRUE(Leftover(dir).empty());
-    EXPECT_TRUE(nextStart());
-  }
-  restore();
-  fs::remove_all(saved);
-  (void)test;
-  std::cout << what << ": " << steps << " write steps, killed before each: " << old
-            << " left the old store, " << renewed << " the new one, 0 a mix\n";
-}
-
-TEST_F(Conversion, AConvertKilledAtAnyStepLeavesTheOldStoreOrTheNewOne) {
-  AgeStores();
-  KillAtEveryStep(
-      *this, dir.path(),
-      [&] {
-        FinishInterruptedConversion(dir.path());
-        Corpus corpus(dir.path());
-        ConvertFolder(corpus, kVersion, ImportOptionsFor(dir.path()));
-      },
-      [&] { return NextStartHasEveryNote(); }, "convert");
-}
-
-TEST_F(Conversion, AStartsConversionKilledAtAnyStepLeavesTheOldStoreOrTheNewOne) {
-  AgeStores();
-  WriteVersion(dir.path(), u"0.9.0");
-  KillAtEveryStep(
-      *this, dir.path(),
-      [&] {
-        Corpus corpus(dir.path());
-        NoOutsideDatabase outside;
-        OpenStore(corpus, kVersion, ImportOptionsFor(dir.path()), outside);
-      },
-      [&] { return NextStartHasEveryNote(); }, "start");
 }
 
 // The command-line tool itself, killed with SIGKILL at random moments of its run.
 TEST_F(Conversion, TheCommandKilledAtRandomMomentsNeverLeavesAMix) {
   AgeStores();
-  const fs::path saved = dir.path().parent_path() / (DisplayPath(dir.path().filename()) + "-cli");
-  fs::remove_all(saved);
-  fs::copy(dir.path(), saved);
-  const auto before = Stores(dir.path());
   const auto runFor = [&](std::optional<std::chrono::microseconds> killAfter) {
     const auto start = std::chrono::steady_clock::now();
     const pid_t child = ::fork();
@@ -416,29 +458,22 @@ TEST_F(Conversion, TheCommandKilledAtRandomMomentsNeverLeavesAMix) {
     return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() -
                                                                  start);
   };
-  const auto took = runFor(std::nullopt);
-  const auto after = Stores(dir.path());
-  std::mt19937 random(20261124);
-  std::uniform_int_distribution<long> moment(0, took.count());
-  int old = 0, renewed = 0;
   // SUIZO_KILLS asks for a longer run than the one every build makes.
   const char* asked = std::getenv("SUIZO_KILLS");
-  const int kills = asked != nullptr ? std::atoi(asked) : 20;
-  for (int i = 0; i < kills; ++i) {
-    fs::remove_all(dir.path());
-    fs::copy(saved, dir.path());
-    runFor(std::chrono::microseconds(moment(random)));
-    FinishInterruptedConversion(dir.path());
-    RemoveLeftoverTemporaries(dir.path());
-    const auto now = Stores(dir.path());
-    old += now == before ? 1 : 0;
-    renewed += now == after ? 1 : 0;
-    EXPECT_TRUE(now == before || now == after) << "a mix after a kill";
-    EXPECT_TRUE(NotesThere());
-  }
-  fs::remove_all(saved);
-  std::cout << "suizo convert took " << took.count() << " us; " << kills << " random kills: " << old
-            << " old, " << renewed << " new\n";
+  const int count = asked != nullptr ? std::atoi(asked) : 20;
+  std::mt19937 random(20261124);
+  std::chrono::microseconds took{};
+  const Kills kills = KillRepeatedly(
+      [&] {
+        took = runFor(std::nullopt);
+        return count;
+      },
+      [&](int) {
+        runFor(std::chrono::microseconds(
+            std::uniform_int_distribution<long>(0, took.count())(random)));
+      });
+  std::cout << "suizo convert took " << took.count() << " us; " << count
+            << " random kills: " << kills.old << " old, " << kills.renewed << " new\n";
 }
 
 }  // namespace
