@@ -419,7 +419,9 @@ TEST_F(Conversion, KilledAtAnyWriteStepTheFolderHoldsTheOldStoreOrTheNewOne) {
     NoOutsideDatabase outside;
     OpenStore(corpus, kVersion, ImportOptionsFor(dir.path()), outside);
   };
-  for (const auto& [what, run] : {std::pair{"convert", convert}, std::pair{"start", start}}) {
+  for (const auto& pass : {std::pair{"convert", convert}, std::pair{"start", start}}) {
+    const char* what = pass.first;
+    const std::function<void()>& run = pass.second;
     SCOPED_TRACE(what);
     if (std::string_view(what) == "start") WriteVersion(dir.path(), u"0.9.0");
     int steps = 0;
