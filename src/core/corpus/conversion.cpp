@@ -65,16 +65,6 @@ bool KeepNotes(Corpus& corpus, const std::optional<std::u16string>& storedVersio
   return true;
 }
 
-int CountNotes(const Corpus& corpus) {
-  int n = 0;
-  for (const auto& [id, field] :
-       {std::pair{TableId::Dat, 48}, {TableId::Dat, 49}, {TableId::Hok, 36}, {TableId::SDat, 8}}) {
-    const Table& table = corpus.table(id);
-    for (int row = 1; row <= table.rows(); ++row) n += table.Get(row, field).empty() ? 0 : 1;
-  }
-  return n;
-}
-
 // The version a commit mark asks for: one short line of Shift-JIS text, or
 // nothing when the mark is no such thing.
 std::optional<std::u16string> MarkedVersion(const std::filesystem::path& mark) {
@@ -222,8 +212,7 @@ ConversionReport ConvertFolder(Corpus& corpus, std::u16string_view version,
     staged.stage = &stage;
     ReadDataFirst(corpus, staged);
     if (report.notesCarried) {
-      RestoreNotes(corpus);
-      report.notes = CountNotes(corpus);
+      report.notes = RestoreNotes(corpus);
       for (const TableId id : {TableId::Dat, TableId::Hok, TableId::SDat}) stage.Write(corpus, id);
     }
     stage.Commit(StoreVersion(version));

@@ -57,13 +57,14 @@ void Export(const Corpus& corpus, const NoteFile& file, bool write) {
   WriteFileWhole(path, bytes);
 }
 
-void Restore(Corpus& corpus, const NoteFile& file) {
+int Restore(Corpus& corpus, const NoteFile& file) {
   const auto path = corpus.dataPath() / file.name;
-  if (!std::filesystem::exists(path)) return;
+  if (!std::filesystem::exists(path)) return 0;
   const std::string name = DisplayPath(path);
   const std::u16string text = ReadShiftJisFile(path);
   Table& table = corpus.table(file.table);
   long line = 0;
+  int notes = 0;
   for (auto record : text::Split(text, u"\n")) {
     ++line;
     if (!record.empty() && record.back() == u'\r') record.remove_suffix(1);
@@ -86,7 +87,9 @@ void Restore(Corpus& corpus, const NoteFile& file) {
       row = file.table == TableId::SDat ? SysNoS(corpus, key) : SysNo(corpus, key);
     }
     if (row <= table.schema().rowCapacity) table.Set(row, file.field, note);
+    ++notes;
   }
+  return notes;
 }
 
 }  // namespace
@@ -96,8 +99,10 @@ void ExportNotes(const Corpus& corpus, bool withSources) {
     Export(corpus, file, file.table != TableId::SDat || withSources);
 }
 
-void RestoreNotes(Corpus& corpus) {
-  for (const NoteFile& file : kNoteFiles) Restore(corpus, file);
+int RestoreNotes(Corpus& corpus) {
+  int notes = 0;
+  for (const NoteFile& file : kNoteFiles) notes += Restore(corpus, file);
+  return notes;
 }
 
 }  // namespace suizo::corpus

@@ -17,7 +17,7 @@ void ExportNotes(const Corpus& corpus, bool withSources);
 
 // Reads the four files back into the tables. A key no row has puts its note
 // in the row after the last, where it is not seen. A missing file restores
-// nothing.
-void RestoreNotes(Corpus& corpus);
+// nothing. Returns how many notes were read.
+int RestoreNotes(Corpus& corpus);
 
 }  // namespace suizo::corpus
