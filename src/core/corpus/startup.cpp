@@ -90,7 +90,8 @@ StartupReport OpenStore(Corpus& corpus, std::u16string_view version, const Impor
   RemoveLeftoverTemporaries(dataPath);
   report.decision = DecideStartup(dataPath, version);
   if (report.decision.path == StartupPath::Current) {
-    // A conversion that got as far as the version had its notes stored.
+    // A current store holds its notes: a pending mark left by a conversion
+    // killed before its commit says nothing the store does not.
     RemoveFile(dataPath / kNotesPending);
   } else {
     if (report.decision.path == StartupPath::FirstRun) outside.ExportTo(dataPath);
