@@ -179,11 +179,9 @@ Leftovers FinishInterruptedConversion(const std::filesystem::path& dataPath) {
 bool HasConversionLeftovers(const std::filesystem::path& dataPath) {
   std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator(dataPath, error)) {
-    const std::string name = DisplayPath(entry.path().filename());
-    if (IsStagedLeftover(entry.path()) || name == kCommitMark || name.ends_with(".dax.tmp") ||
-        name.ends_with(".dat.tmp") || name.ends_with(".ini.tmp")) {
+    const std::filesystem::path& path = entry.path();
+    if (IsStagedLeftover(path) || IsLeftoverTemporary(path) || path.filename() == kCommitMark)
       return true;
-    }
   }
   return false;
 }

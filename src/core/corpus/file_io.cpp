@@ -184,7 +184,9 @@ ScopedWriteFault::~ScopedWriteFault() {
 
 ScopedFlushOff::ScopedFlushOff() : previous_(std::exchange(Flushing(), false)) {}
 
-ScopedFlushOff::~ScopedFlushOff() { Flushing() = previous_; }
+ScopedFlushOff::~ScopedFlushOff() {
+  Flushing() = previous_;
+}
 
 void WriteFileWhole(const std::filesystem::path& path, std::string_view bytes) {
   std::filesystem::path temp = path;
@@ -227,14 +229,18 @@ void AppendFileFlushed(const std::filesystem::path& path, std::string_view bytes
   if (const int err = Flush(fd.get(), path)) undo("cannot flush the file", err);
 }
 
+bool IsLeftoverTemporary(const std::filesystem::path& path) {
+  if (path.extension() != ".tmp") return false;
+  const auto written = path.stem().extension();
+  return written == ".dax" || written == ".ini" || written == ".dat";
+}
+
 int RemoveLeftoverTemporaries(const std::filesystem::path& folder) {
   std::error_code error;
   std::vector<std::filesystem::path> left;
   for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
-    const std::filesystem::path& path = entry.path();
-    if (path.extension() != ".tmp" || !entry.is_regular_file(error)) continue;
-    const auto written = path.stem().extension();
-    if (written == ".dax" || written == ".ini" || written == ".dat") left.push_back(path);
+    if (IsLeftoverTemporary(entry.path()) && entry.is_regular_file(error))
+      left.push_back(entry.path());
   }
   int removed = 0;
   for (const auto& path : left) removed += std::filesystem::remove(path, error) ? 1 : 0;
@@ -254,8 +260,8 @@ void ReplaceFile(const std::filesystem::path& from, const std::filesystem::path&
   int err = FaultAt(to, WriteStep::Rename);
   if (err == 0 && ::rename(from.c_str(), to.c_str()) != 0) err = errno;
   if (err != 0) {
-    throw CorpusError({DisplayPath(to)}, "cannot put " + DisplayPath(from.filename()) + " in its place: " +
-                                             std::strerror(err));
+    throw CorpusError({DisplayPath(to)}, "cannot put " + DisplayPath(from.filename()) +
+                                             " in its place: " + std::strerror(err));
   }
   FlushFolderOf(to);
 }

@@ -37,8 +37,11 @@ void WriteFileWhole(const std::filesystem::path& path, std::string_view bytes);
 // returning. A failure leaves the file as it was.
 void AppendFileFlushed(const std::filesystem::path& path, std::string_view bytes);
 
-// Removes what writes cut short by a crash left in the folder: a ".tmp"
-// beside a store, profile or export file. Returns how many went.
+// Whether the file is what a write cut short by a crash left: a ".tmp"
+// beside a store, profile or export file.
+bool IsLeftoverTemporary(const std::filesystem::path& path);
+
+// Removes every such file of the folder. Returns how many went.
 int RemoveLeftoverTemporaries(const std::filesystem::path& folder);
 
 void TruncateFile(const std::filesystem::path& path, std::uintmax_t size);
