@@ -52,7 +52,7 @@ void Corpus::ReadData(int group) {
   if (group < 0 || group >= kLoadGroups) return;
   if (Loaded[static_cast<std::size_t>(group)] != 0) return;
   Loaded[static_cast<std::size_t>(group)] = 1;
-  for (const TableId id : GroupTables(group)) ReadDax(FilePath(id, ".dax"), table(id));
+  for (const TableId id : GroupTables(group)) ReadStore(FilePath(id, ".dax"), table(id));
   switch (group) {
     case 0:
       MokBaseRows = Mok().rows();

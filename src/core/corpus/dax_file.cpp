@@ -181,7 +181,12 @@ void ReadDax(const std::filesystem::path& path, Table& table) {
     if (!header.empty() && header.back() == u'\r') header.remove_suffix(1);
     if (header.empty()) throw CorpusError({file, 1}, "the file has no field count");
     const auto fields = text::ToInt(header);
-    if (!fields || *fields < 1 || *fields > schema.FieldMax()) {
+    if (fields && *fields > schema.FieldMax()) {
+      throw CorpusError({file, 1}, "the store has " + std::to_string(*fields) + " fields, more than the " +
+                                       std::to_string(schema.FieldMax()) + " of " +
+                                       std::string(schema.name) + " this program knows");
+    }
+    if (!fields || *fields < 1) {
       throw CorpusError({file, 1}, "the first line should be the field count of " +
                                        std::string(schema.name) + " (1 to " +
                                        std::to_string(schema.FieldMax()) + "), not \"" +
@@ -196,9 +201,40 @@ void ReadDax(const std::filesystem::path& path, Table& table) {
   }
 }
 
-std::string EncodeDax(const Table& table) {
+void ReadStore(const std::filesystem::path& path, Table& table) {
+  ReadDax(path, table);
   const TableSchema& schema = table.schema();
   const int fields = table.cols();
+  if (fields >= schema.FewestFields()) return;
+  table.Clear();
+  const int first = fields + 1;
+  throw CorpusError({DisplayPath(path), 1, -1, first, text::ToUtf8(schema.fields[static_cast<std::size_t>(first)])},
+                    "the store has " + std::to_string(fields) + " fields, and a store of " +
+                        std::string(schema.name) + " is read from " + std::to_string(schema.FewestFields()) +
+                        " to " + std::to_string(schema.FieldMax()) +
+                        ": the fields from " + std::to_string(first) +
+                        " on are missing, and the program cannot do without them. Convert the "
+                        "folder again from its exports (.dat)");
+}
+
+namespace {
+
+// The last field any row fills: a short store widens only as far as its text.
+int LastFilledField(const Table& table) {
+  const TableSchema& schema = table.schema();
+  for (int field = schema.FieldMax(); field > table.cols(); --field) {
+    for (int row = schema.firstRow; row <= table.rows(); ++row) {
+      if (!table.Get(row, field).empty()) return field;
+    }
+  }
+  return table.cols();
+}
+
+}  // namespace
+
+std::string EncodeDax(const Table& table) {
+  const TableSchema& schema = table.schema();
+  const int fields = LastFilledField(table);
   if (fields < 1 || fields > schema.FieldMax()) {
     throw CorpusError({std::string(schema.stem) + ".dax"},
                       "cannot write a store with " + std::to_string(fields) + " fields");

@@ -17,8 +17,14 @@ namespace suizo::corpus {
 // CR LF, or has more rows than the table can hold is a CorpusError.
 void ReadDax(const std::filesystem::path& path, Table& table);
 
+// A store of the data folder: `ReadDax`, then refused, naming the file and
+// its field count, when it is shorter than its table can be read from (see
+// `TableSchema::fewestFields`). The fields a shorter store lacks are empty.
+void ReadStore(const std::filesystem::path& path, Table& table);
+
 // The bytes of the store of a table, rows from the schema's first row to the
-// row counter, fields 1 to the field counter.
+// row counter, fields 1 to the field counter; widened to the last field that
+// holds text, so that a note typed where a short store had no field is kept.
 std::string EncodeDax(const Table& table);
 
 // Writes the store whole (temporary file, then rename).

@@ -119,6 +119,24 @@ constexpr int kHonRequired[] = {1, 2};  // 尊基礎No, 本尊No
 constexpr int kSDatRequired[] = {sdat::kSysNo, 4, sdat::kReading, sdat::kShaped};  // 4: 史料番号
 constexpr int kSMokRequired[] = {smok::kNumber, smok::kSysNo, 4, smok::kDate};     // 4: 書名
 
+// How short a store of an older version may be. `Dat` may lack the notes,
+// the remark panes and 印 after its last order column (47); `Mok` the 鎌倉遺文
+// after its last start position (51); `Hok` its note column 文字列1. Elsewhere
+// the last field is a key, a link, an order or a mark the lists rest on, or
+// (`SDat`) an older version lacked a field in the middle: the note column 備考,
+// before 0.8. A short store of those cannot be read by position.
+constexpr int kDatFewest = 47;
+constexpr int kMokFewest = 51;
+constexpr int kHokFewest = 35;
+
+constexpr bool FewestKeepOrders() {
+  for (const Collection& c : kCollections) {
+    if (c.datOrderColumn > kDatFewest || c.mokStartField > kMokFewest) return false;
+  }
+  return true;
+}
+static_assert(FewestKeepOrders(), "a short store still holds every order and start position");
+
 constexpr std::uint64_t Fields(std::initializer_list<int> list) {
   std::uint64_t mask = 0;
   for (int f : list) mask |= std::uint64_t{1} << f;
@@ -136,13 +154,16 @@ constexpr auto kNone = std::nullopt;
 
 constexpr std::array<TableSchema, kTableCount> kSchemas{{
     {TableId::Dat, "Dat", "翠典本文", "dat", 35000, kDatFields, "DatCols", "DatRows", 0, 0, true,
-     true, NormalForm::A, Fields({6}) | Range(8, 15) | Range(48, 52), kDatRequired},
+     true, NormalForm::A, Fields({6}) | Range(8, 15) | Range(48, 52), kDatRequired,
+     kDatFewest},
     {TableId::Mok, "Mok", "翠典資料", "mok", 1050, kMokFields, "MokCols", "MokRows", 0, 1, true,
-     true, NormalForm::A, Fields({10}) | Range(14, 25), kMokRequired},
+     true, NormalForm::A, Fields({10}) | Range(14, 25), kMokRequired,
+     kMokFewest},
     {TableId::Dic, "Dic", "辞書事典", "dic", 40000, kDicFields, "DicCols", "DicRows", 1, 1, true,
      true, NormalForm::A, Fields({3, 6, 7}), kDicRequired},
     {TableId::Hok, "Hok", "法華経", "hok", 3000, kHokFields, "HokCols", "HokRows", 2, 1, true,
-     false, NormalForm::B, Fields({36}) | Range(13, 23), kHokRequired},
+     false, NormalForm::B, Fields({36}) | Range(13, 23), kHokRequired,
+     kHokFewest},
     {TableId::Sok, "Sok", "法華経総科", "sok", 80, kSokFields, "SokCols", "SokRows", 2, 1, false,
      false, kNone, 0, kOutlineRequired},
     {TableId::Kam, "Kam", "法華経科文", "kam", 1360, kKamFields, "KamCols", "KamRows", 2, 1, false,

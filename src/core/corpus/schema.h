@@ -38,8 +38,13 @@ struct TableSchema {
   // Fields whose export columns the import cannot do without: an export
   // whose header lacks one is refused.
   std::span<const int> requiredColumns;
+  // The fewest fields a store may have (0: all of them). A store is read by
+  // position, so only fields at the end can be absent, and only those the
+  // program can do without: notes and text no key, order or link rests on.
+  int fewestFields = 0;
 
   int FieldMax() const { return static_cast<int>(fields.size()) - 1; }
+  int FewestFields() const { return fewestFields > 0 ? fewestFields : FieldMax(); }
   bool Normalised(int field) const { return normalForm && (normalFields >> field & 1); }
 };
 
@@ -136,6 +141,7 @@ inline constexpr int kKaiketsuPage = 11;  // 開結頁行: page and line in the 
 inline constexpr int kChapter = 9;        // 品名
 inline constexpr int kSutraName = 8;      // 経名
 inline constexpr int kFascicle = 31;      // 備考, the fascicle's label once imported
+inline constexpr int kNote = 36;       // 文字列1, the reader's notes
 }  // namespace hok
 
 namespace outline {
@@ -166,6 +172,7 @@ namespace sdat {
 inline constexpr int kSysNo = 2;
 inline constexpr int kReading = 9;      // 読下本文; a leading "◆" marks a head row
 inline constexpr int kShaped = 11;      // 漢文成形: a row without it joins no order
+inline constexpr int kNote = 8;         // 備考, the reader's notes
 inline constexpr int kOrderColumn = 1;  // source order; its count is in row 0
 inline constexpr int kOrderRow = 0;
 }  // namespace sdat

@@ -13,7 +13,7 @@ StoreSummary LoadAndSummarize(Corpus& corpus) {
     if (schema.loadGroup == kNoLoadGroup) {
       const auto path = corpus.FilePath(schema.id, ".dax");
       entry.present = std::filesystem::exists(path);
-      if (entry.present) ReadDax(path, table);
+      if (entry.present) ReadStore(path, table);
     } else {
       entry.present = true;
     }
