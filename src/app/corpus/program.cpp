@@ -251,7 +251,7 @@ bool Program::Start() {
     options.message = [this](const std::u16string& text) { splash_->Append(text + u"\n"); };
     options.progress = [this](corpus::TableId) { splash_->Append(u"*"); };
     const corpus::StartupDecision decision = corpus::DecideStartup(dataPath_, version_);
-    converted_ = decision.path != corpus::StartupPath::Current;
+    converted_ = decision.path == corpus::StartupPath::Reconvert || decision.path == corpus::StartupPath::FirstRun;
     if (converted_) {
       splash_->ShowLog();
       if (decision.path == corpus::StartupPath::Reconvert) {
@@ -259,12 +259,16 @@ bool Program::Start() {
       }
     }
     corpus::NoOutsideDatabase outside;
-    corpus::OpenStore(*corpus_, version_, options, outside);
+    const corpus::StartupReport report =
+        corpus::OpenStore(*corpus_, version_, options, outside, [this](const corpus::StartupDecision& found) {
+          return ask(splash_.get(), platform::Q(corpus::AsItIsQuestion(found)));
+        });
     if (converted_) splash_->Append(u"\n変換作業が完了しました\n『翠蔵Viewer』を起動します");
     corpus::InitialOrders(*corpus_, selection_);
     journal_ = std::make_unique<corpus::NoteJournal>(dataPath_);
     corpus::ProfileFile bookmarks(dataPath_ / "suiten.ini");
-    corpus::FillBookmarksOnFirstRun(bookmarks, *corpus_, selection_);
+    // A store read as it is stays as it came until the user changes something.
+    if (!report.openedAsItIs) corpus::FillBookmarksOnFirstRun(bookmarks, *corpus_, selection_);
 
     windows_ = std::make_unique<reader::WindowRegistry>(
         [this](reader::FormKind kind) { return MakeWindow(kind); });
@@ -288,6 +292,8 @@ bool Program::Start() {
     window.Hyouji();
     splash_.reset();
     return true;
+  } catch (const corpus::StartDeclined&) {
+    splash_.reset();  // the user said no: nothing more to tell
   } catch (const corpus::FolderBusyError& e) {
     showError(platform::Q(corpus::FolderBusyNotice(e)));
   } catch (const corpus::CorpusError& e) {

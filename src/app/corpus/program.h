@@ -87,7 +87,8 @@ class Program : public QObject {
   std::function<void(const QString&)> showError;
   // The toast "** 見つかりません **"; tests replace it.
   std::function<void(QWidget*)> toast;
-  // The yes/no question of the settings dialog; tests replace it.
+  // The yes/no question (`Form10`) of the start and of the settings dialog;
+  // tests replace it.
   std::function<bool(QWidget*, const QString&)> ask;
 
  private:

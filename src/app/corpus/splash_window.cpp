@@ -32,15 +32,19 @@ SplashWindow::SplashWindow(std::u16string_view version, QWidget* parent)
   log_->setPlainText(QStringLiteral("■■■ 翠蔵Viewer") + Q(version) + QStringLiteral(" ■■■\n\n"));
   log_->hide();
   layout->addWidget(log_);
-  adjustSize();
+  Centre();
 }
 
-void SplashWindow::ShowLog() {
-  log_->show();
+void SplashWindow::Centre() {
   adjustSize();
   if (const QScreen* screen = QGuiApplication::primaryScreen()) {
     move(screen->availableGeometry().center() - rect().center());
   }
+}
+
+void SplashWindow::ShowLog() {
+  log_->show();
+  Centre();
   QApplication::processEvents();
 }
 

@@ -24,6 +24,8 @@ class SplashWindow : public QWidget {
   QString LogText() const { return log_->toPlainText(); }
 
  private:
+  // In the middle of the screen, at its present size.
+  void Centre();
   QLabel* picture_;
   QPlainTextEdit* log_;
 };

@@ -12,11 +12,6 @@
 #include "core/text/utf16.h"
 
 namespace suizo::corpus {
-namespace {
-
-constexpr int kStartGroups[] = {0, 1, 2, 6};
-
-}  // namespace
 
 std::u16string VersionString(int major, int minor, int revision) {
   return text::IntText(major) + u"." + text::IntText(minor) + u"." + text::IntText(revision);
@@ -32,13 +27,42 @@ std::optional<std::u16string> ReadStoredVersion(const std::filesystem::path& dat
   return text.substr(0, end == std::u16string::npos ? text.size() : end);
 }
 
+bool HasStartStores(const std::filesystem::path& dataPath) {
+  for (const int group : kStartGroups) {
+    for (const TableId id : GroupTables(group)) {
+      std::error_code error;
+      const auto store = dataPath / std::filesystem::u8path(std::string(SchemaOf(id).stem) + ".dax");
+      if (!std::filesystem::is_regular_file(store, error)) return false;
+    }
+  }
+  return true;
+}
+
 StartupDecision DecideStartup(const std::filesystem::path& dataPath, std::u16string_view version) {
   StartupDecision decision;
   const std::optional<std::u16string> stored = ReadStoredVersion(dataPath);
-  if (!stored) return decision;
-  decision.storedVersion = *stored;
-  decision.path = *stored == StoreVersion(version) ? StartupPath::Current : StartupPath::Reconvert;
+  decision.versionRecorded = stored.has_value();
+  if (stored) decision.storedVersion = *stored;
+  if (stored && *stored == StoreVersion(version)) {
+    decision.path = StartupPath::Current;
+  } else if (!HasExports(dataPath) && HasStartStores(dataPath)) {
+    decision.path = StartupPath::AsItIs;
+  } else {
+    decision.path = stored ? StartupPath::Reconvert : StartupPath::FirstRun;
+  }
   return decision;
+}
+
+std::u16string AsItIsQuestion(const StartupDecision& decision) {
+  std::u16string out =
+      decision.versionRecorded
+          ? u"このデータフォルダの『翠蔵』データは、別の版（" + decision.storedVersion + u"）で作られたものです。\n"
+          : std::u16string(u"このデータフォルダの『翠蔵』データには、作った版の記録（ver.dax）がありません。\n");
+  out += u"変換に使う書き出しファイル（.dat）がないため、データを作り直すことはできません。\n"
+         u"データは、このまま読むことができます。変換はせず、ver.dax も変えません。"
+         u"ノートを編集したときだけ、そのノートをデータに書き込みます。\n\n"
+         u"このまま開きますか。";
+  return out;
 }
 
 void WriteVersion(const std::filesystem::path& dataPath, std::u16string_view version) {
@@ -83,15 +107,26 @@ void K3Dat(const std::filesystem::path& exportFile, const std::filesystem::path&
 }
 
 StartupReport OpenStore(Corpus& corpus, std::u16string_view version, const ImportOptions& options,
-                        OutsideDatabase& outside) {
+                        OutsideDatabase& outside, const AskAsItIs& ask) {
   StartupReport report;
   const auto& dataPath = corpus.dataPath();
   report.leftovers = FinishInterruptedConversion(dataPath);
   RemoveLeftoverTemporaries(dataPath);
   report.decision = DecideStartup(dataPath, version);
-  if (report.decision.path == StartupPath::Current) {
-    // A current store holds its notes: a pending mark left by a conversion
-    // killed before its commit says nothing the store does not.
+  // A store without ver.dax may yet have its product to export from.
+  if (report.decision.path == StartupPath::AsItIs && !report.decision.versionRecorded &&
+      outside.ExportTo(dataPath) && HasExports(dataPath)) {
+    report.decision.path = StartupPath::FirstRun;
+  }
+  if (report.decision.path == StartupPath::AsItIs) {
+    for (const int group : kStartGroups) corpus.ReadData(group);
+    if (!ask || !ask(report.decision)) throw StartDeclined();
+    report.openedAsItIs = true;
+  }
+  if (report.decision.path == StartupPath::Current || report.openedAsItIs) {
+    // The store holds its notes: a pending mark left by a conversion killed
+    // before its commit says nothing the store does not, and must not make a
+    // later conversion take the older memo files for the store's notes.
     RemoveFile(dataPath / kNotesPending);
   } else {
     if (report.decision.path == StartupPath::FirstRun) outside.ExportTo(dataPath);
