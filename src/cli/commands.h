@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/corpus/data_path.h"
 #include "core/corpus/folder_lock.h"
 
 namespace suizo::cli {
@@ -25,6 +26,10 @@ inline constexpr int kFailed = 2;  // bad arguments or bad data
 
 // The program's version as the store records it.
 inline constexpr std::u16string_view kVersion = u"" SUIZO_VERSION_U16;
+
+// Where the data folder is: "--data DIR" when given, else as below.
+corpus::DataPlace FindCommandDataPlace(const std::optional<std::filesystem::path>& data,
+                                       const Context& context);
 
 // The data folder a command works on: "--data DIR", else $SUIZO_DATA, else
 // Data/ beside the program, or the user's own folder when the program is
@@ -43,6 +48,7 @@ std::optional<std::filesystem::path> DataFolderArgument(const std::vector<std::s
     const std::filesystem::path& folder, const std::string& command, const Context& context);
 
 int Info(const std::vector<std::string>& args, const Context& context);
+int Check(const std::vector<std::string>& args, const Context& context);
 int Convert(const std::vector<std::string>& args, const Context& context);
 int Contents(const std::vector<std::string>& args, const Context& context);
 int Pattern(const std::vector<std::string>& args, const Context& context);

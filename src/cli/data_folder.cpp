@@ -7,6 +7,16 @@
 
 namespace suizo::cli {
 
+corpus::DataPlace FindCommandDataPlace(const std::optional<std::filesystem::path>& data,
+                                       const Context& context) {
+  return corpus::FindDataPlace(
+      {.commandLine = data,
+       .environment = std::getenv("SUIZO_DATA"),
+       .programFolder = context.programFolder,
+       .userFolder = corpus::UserDataFolder(std::getenv("XDG_DATA_HOME"), std::getenv("HOME")),
+       .writable = {}});
+}
+
 std::optional<std::filesystem::path> DataFolderArgument(const std::vector<std::string>& args,
                                                         const std::string& command,
                                                         const Context& context) {
@@ -20,12 +30,7 @@ std::optional<std::filesystem::path> DataFolderArgument(const std::vector<std::s
       return std::nullopt;
     }
   }
-  const corpus::DataPlace place = corpus::FindDataPlace(
-      {.commandLine = data,
-       .environment = std::getenv("SUIZO_DATA"),
-       .programFolder = context.programFolder,
-       .userFolder = corpus::UserDataFolder(std::getenv("XDG_DATA_HOME"), std::getenv("HOME")),
-       .writable = {}});
+  const corpus::DataPlace place = FindCommandDataPlace(data, context);
   // The first use fills the folder, under its lock; a folder already filled
   // is only read, also while the viewer holds it.
   corpus::MakeDataFolder(place);

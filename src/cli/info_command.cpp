@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "cli/commands.h"
+#include "cli/selection_options.h"
 #include "core/corpus/corpus.h"
 #include "core/corpus/data_path.h"
 #include "core/corpus/file_io.h"
@@ -26,11 +27,7 @@ int Info(const std::vector<std::string>& args, const Context& context) {
   out << "table  file            fields   rows\n";
   for (const auto& t : summary.tables) {
     const auto& schema = corpus::SchemaOf(t.id);
-    const std::string file = std::string(schema.stem) + ".dax";
-    // Each kanji takes two columns on a terminal but three bytes in UTF-8.
-    const std::size_t width = schema.stem.size() / 3 * 2 + 4;
-    out << std::left << std::setw(7) << schema.name << file
-        << std::string(width < 16 ? 16 - width : 1, ' ');
+    PrintStoreName(out, schema);
     if (!t.present) {
       out << "(no file)\n";
       continue;

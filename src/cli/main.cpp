@@ -16,6 +16,10 @@ constexpr const char* kUsage =
     "commands:\n"
     "  convert [--data DIR]  convert the .dat exports into the store (.dax)\n"
     "  info [--data DIR]     load the store and print what each table holds\n"
+    "  check [--data DIR] [--json]\n"
+    "                        what the data folder holds and what the viewer will do with it:\n"
+    "                        opens directly, converts, opens as it is after asking, or refused\n"
+    "                        (exit status 1); reads only\n"
     "  contents [--data DIR] [--collection LABEL] [--order page|date] [--classes 0123456789]\n"
     "           [--sources] [--search TEXT [--target title|recipient|author]] [--json]\n"
     "                        the list a contents window shows: position, row, ｼｽﾃﾑNo., 番号,\n"
@@ -76,6 +80,7 @@ int main(int argc, char** argv) {
   const Context context{ProgramFolder(), std::cout, std::cerr};
   try {
     if (command == "info") return Info(args, context);
+    if (command == "check") return Check(args, context);
     if (command == "convert") return Convert(args, context);
     if (command == "contents") return Contents(args, context);
     if (command == "pattern") return Pattern(args, context);

@@ -1,6 +1,7 @@
 #include "cli/selection_options.h"
 
 #include <cstdio>
+#include <iomanip>
 
 #include "core/corpus/orders.h"
 #include "core/text/utf16.h"
@@ -64,6 +65,13 @@ std::optional<search::SearchWindow> WindowValue(std::string_view v) {
 std::optional<int> FlagValue(std::string_view v) {
   if (v == "0" || v == "1") return v == "1" ? 1 : 0;
   return std::nullopt;
+}
+
+void PrintStoreName(std::ostream& out, const corpus::TableSchema& schema) {
+  const std::string file = std::string(schema.stem) + ".dax";
+  // Each kanji takes two columns on a terminal but three bytes in UTF-8.
+  const std::size_t width = schema.stem.size() / 3 * 2 + 4;
+  out << std::left << std::setw(7) << schema.name << file << std::string(width < 16 ? 16 - width : 1, ' ');
 }
 
 std::string Json(std::u16string_view text) {

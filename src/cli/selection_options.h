@@ -1,9 +1,10 @@
 // What the reading commands share: the choice of collection, order and
 // classes as the selection dialog would make it, the search options' values,
-// and JSON text.
+// JSON text and the columns of a table of stores.
 #pragma once
 
 #include <array>
+#include <ostream>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -41,5 +42,9 @@ std::optional<int> FlagValue(std::string_view v);
 
 // A JSON string, quoted and escaped.
 std::string Json(std::u16string_view text);
+
+// A table's name and its store's file, padded to one column in a table of
+// stores.
+void PrintStoreName(std::ostream& out, const corpus::TableSchema& schema);
 
 }  // namespace suizo::cli

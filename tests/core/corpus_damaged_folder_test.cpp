@@ -13,6 +13,7 @@
 
 #include "core/corpus/bookmarks.h"
 #include "core/corpus/dax_file.h"
+#include "core/corpus/folder_check.h"
 #include "core/corpus/orders.h"
 #include "core/corpus/profile.h"
 #include "core/corpus/settings.h"
@@ -118,7 +119,11 @@ class DamagedFolder : public ::testing::Test {
     damage(copy);
     const Snapshot before = Take(copy);
     ReadOnlyCommandsChangeNothing(copy, before);
+    const FolderFindings check = CheckFolder(copy, kVersion);
     const Outcome outcome = run(copy);
+    // A folder the check refuses does not start.
+    EXPECT_FALSE(check.verdict == FolderVerdict::Refused && outcome.loaded) << check.reason;
+    ++verdicts[std::string(VerdictWord(check.verdict))];
     if (named.empty()) {
       EXPECT_TRUE(outcome.loaded) << outcome.message;
     } else {
@@ -143,7 +148,7 @@ class DamagedFolder : public ::testing::Test {
   // The commands that only read load the damaged folder, or stop naming
   // what is wrong, without waiting and without touching a file.
   static void ReadOnlyCommandsChangeNothing(const fs::path& copy, const Snapshot& before) {
-    for (const char* command : {"info", "dict 法華経を", "search 題目", "nen --search 地震"}) {
+    for (const char* command : {"info", "check", "dict 法華経を", "search 題目", "nen --search 地震"}) {
       const std::string line = std::string("timeout 20 ") + SUIZO_CLI + " " + command + " --data '" +
                                DisplayPath(copy) + "' >/dev/null 2>&1";
       const int status = std::system(line.c_str());
@@ -184,10 +189,15 @@ class DamagedFolder : public ::testing::Test {
     return [name, bytes](const fs::path& d) { WriteBytes(d / fs::u8path(name), bytes); };
   }
 
-  static void TearDownTestSuite() { std::cout << tried << " damaged folders tried\n"; }
+  static void TearDownTestSuite() {
+    std::cout << tried << " damaged folders tried; the check said";
+    for (const auto& [verdict, count] : verdicts) std::cout << " " << verdict << " " << count;
+    std::cout << "\n";
+  }
 
   TempDir dir;
   static inline int tried = 0;
+  static inline std::map<std::string, int> verdicts;
 };
 
 // The run in a child process, ended by an alarm if it waits for ever, so

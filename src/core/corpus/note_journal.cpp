@@ -80,8 +80,8 @@ int& DirtyFlag(Corpus& corpus, TableId table) {
 }  // namespace
 
 bool IsNoteColumn(TableId table, int field) {
-  return (table == TableId::Dat && (field == 48 || field == 49 || field == 52)) ||
-         (table == TableId::Hok && field == 36) || (table == TableId::SDat && field == 8);
+  return std::any_of(std::begin(kNoteColumns), std::end(kNoteColumns),
+                     [&](const NoteColumn& c) { return c.table == table && c.field == field; });
 }
 
 NoteJournal::NoteJournal(const std::filesystem::path& dataPath)

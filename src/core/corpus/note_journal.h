@@ -18,6 +18,16 @@ namespace suizo::corpus {
 // and 49, `Hok` 36 and `SDat` 8, and the writings' quotation index, 52.
 bool IsNoteColumn(TableId table, int field);
 
+// The columns the user writes notes in.
+struct NoteColumn {
+  TableId table;
+  int field;
+};
+inline constexpr NoteColumn kNoteColumns[] = {
+    {TableId::Dat, dat::kNote2}, {TableId::Dat, dat::kNote3}, {TableId::Dat, dat::kQuotations},
+    {TableId::Hok, hok::kNote},  {TableId::SDat, sdat::kNote},
+};
+
 class NoteJournal {
  public:
   explicit NoteJournal(const std::filesystem::path& dataPath);
