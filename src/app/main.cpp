@@ -84,6 +84,7 @@ int main(int argc, char** argv) {
   suizo::platform::QtSettingsStore store;
   suizo::app::Program program(place.folder, store, u"" SUIZO_VERSION_U16);
   program.seed = place.seed;
-  if (!program.Start()) return 2;
+  // The user may choose not to open another installation's store: no fault.
+  if (!program.Start()) return program.Declined() ? 0 : 2;
   return QApplication::exec();
 }

@@ -294,6 +294,7 @@ bool Program::Start() {
     return true;
   } catch (const corpus::StartDeclined&) {
     splash_.reset();  // the user said no: nothing more to tell
+    declined_ = true;
   } catch (const corpus::FolderBusyError& e) {
     showError(platform::Q(corpus::FolderBusyNotice(e)));
   } catch (const corpus::CorpusError& e) {

@@ -79,6 +79,9 @@ class Program : public QObject {
   ContentsForm* contents() const { return contents_; }
   // What the start did: the fast path, or a conversion first.
   bool Converted() const { return converted_; }
+  // Whether the start ended because the user chose not to open another
+  // installation's store as it is.
+  bool Declined() const { return declined_; }
 
   // What fills the data folder on its first use: the sample installed with
   // the program, when the data folder is the user's own. Empty otherwise.
@@ -113,6 +116,7 @@ class Program : public QObject {
   std::unique_ptr<SplashWindow> splash_;
   ContentsForm* contents_ = nullptr;  // owned by its core window's registry entry
   bool converted_ = false;
+  bool declined_ = false;
   bool ending_ = false;
 };
 
