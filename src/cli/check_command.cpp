@@ -19,7 +19,7 @@ using text::ToUtf8;
 // The verdict "refused": the folder would not open.
 constexpr int kRefused = 1;
 
-std::string Text(const std::string& utf8) { return Json(text::FromUtf8(utf8)); }
+std::string Text(const std::string& utf8) { return text::JsonString(text::FromUtf8(utf8)); }
 
 std::string FieldName(corpus::TableId id, int field) {
   return ToUtf8(SchemaOf(id).fields[static_cast<std::size_t>(field)]);
@@ -100,8 +100,8 @@ void PrintText(std::ostream& out, const FolderFindings& f) {
 
 void PrintJson(std::ostream& out, const FolderFindings& f) {
   out << "{\"folder\":" << Text(corpus::DisplayPath(f.folder))
-      << ",\"version\":" << (f.decision.versionRecorded ? Json(f.decision.storedVersion) : "null")
-      << ",\"ourVersion\":" << Json(f.ourVersion) << ",\"path\":\"" << PathWord(f.decision.path) << "\""
+      << ",\"version\":" << (f.decision.versionRecorded ? text::JsonString(f.decision.storedVersion) : "null")
+      << ",\"ourVersion\":" << text::JsonString(f.ourVersion) << ",\"path\":\"" << PathWord(f.decision.path) << "\""
       << ",\"stores\":[";
   const char* sep = "";
   for (const auto& s : f.stores) {

@@ -31,9 +31,9 @@ struct Line {
 
 void Print(std::ostream& out, const Line& l, bool json) {
   if (json) {
-    out << "{\"position\":" << l.position << ",\"row\":" << l.row << ",\"sysNo\":" << Json(l.sysNo)
-        << ",\"number\":" << Json(l.number) << ",\"start\":" << Json(l.start)
-        << ",\"title\":" << Json(l.title) << "}\n";
+    out << "{\"position\":" << l.position << ",\"row\":" << l.row << ",\"sysNo\":" << text::JsonString(l.sysNo)
+        << ",\"number\":" << text::JsonString(l.number) << ",\"start\":" << text::JsonString(l.start)
+        << ",\"title\":" << text::JsonString(l.title) << "}\n";
     return;
   }
   out << std::setw(5) << l.position << std::setw(6) << l.row << "  " << ToUtf8(l.sysNo) << "  "

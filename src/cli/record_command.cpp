@@ -50,7 +50,7 @@ const char* Bool(bool b) {
 }
 
 void Print(std::ostream& out, const views::RecordDisplay& v, int mpos) {
-  const auto str = [](std::u16string_view t) { return Json(t); };
+  const auto str = [](std::u16string_view t) { return text::JsonString(t); };
   out << "{\"caption\":" << str(v.caption) << ",\"Mpos\":" << mpos
       << ",\"Bangou\":" << str(v.Bangou) << ",\"Text1\":" << str(v.Text1)
       << ",\"Text2\":" << str(v.Text2) << ",\"Text3\":" << str(v.Text3)

@@ -112,7 +112,7 @@ std::optional<RenderOptions> Parse(const std::vector<std::string>& args, std::os
 }
 
 void PrintView(std::ostream& out, const reader::ReaderView& v, const reader::ReaderBase& r) {
-  const auto str = [](std::u16string_view t) { return Json(t); };
+  const auto str = [](std::u16string_view t) { return text::JsonString(t); };
   const std::u16string& chapter = r.engine().pos.chapter;
   out << "{\"Muki1\":" << v.Muki1 << ",\"Mpos\":" << (chapter.empty() ? std::to_string(r.Mpos()) : str(chapter))
       << ",\"Lpos\":" << r.Lpos()

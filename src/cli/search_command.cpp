@@ -191,8 +191,8 @@ int Search(const std::vector<std::string>& args, const Context& context) {
     const reader::Position& p = engine.Hit(i);
     const std::u16string mpos = table.kind() == TextKind::Sutra ? p.chapter : text::IntText(p.Mpos);
     if (options->json) {
-      out << "{\"hit\":" << i << ",\"Mpos\":" << (table.kind() == TextKind::Sutra ? Json(mpos) : ToUtf8(mpos))
-          << ",\"Lpos\":" << p.Lpos << ",\"sysNo\":" << Json(sysNo(p)) << "}\n";
+      out << "{\"hit\":" << i << ",\"Mpos\":" << (table.kind() == TextKind::Sutra ? text::JsonString(mpos) : ToUtf8(mpos))
+          << ",\"Lpos\":" << p.Lpos << ",\"sysNo\":" << text::JsonString(sysNo(p)) << "}\n";
     } else {
       out << i << "\t" << ToUtf8(mpos) << "\t" << p.Lpos << "\t" << ToUtf8(sysNo(p)) << "\n";
     }

@@ -74,19 +74,4 @@ void PrintStoreName(std::ostream& out, const corpus::TableSchema& schema) {
   out << std::left << std::setw(7) << schema.name << file << std::string(width < 16 ? 16 - width : 1, ' ');
 }
 
-std::string Json(std::u16string_view text) {
-  std::string out = "\"";
-  for (const char c : text::ToUtf8(text)) {
-    if (c == '"' || c == '\\') out += '\\';
-    if (static_cast<unsigned char>(c) < 0x20) {
-      char buffer[8];
-      std::snprintf(buffer, sizeof buffer, "\\u%04x", c);
-      out += buffer;
-      continue;
-    }
-    out += c;
-  }
-  return out + "\"";
-}
-
 }  // namespace suizo::cli

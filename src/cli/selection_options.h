@@ -13,6 +13,7 @@
 #include "core/corpus/corpus.h"
 #include "core/corpus/selection.h"
 #include "core/search/compilers.h"
+#include "core/text/json.h"
 
 namespace suizo::cli {
 
@@ -41,8 +42,6 @@ std::optional<search::SearchWindow> WindowValue(std::string_view v);
 std::optional<int> FlagValue(std::string_view v);
 
 // A JSON string, quoted and escaped.
-std::string Json(std::u16string_view text);
-
 // A table's name and its store's file, padded to one column in a table of
 // stores.
 void PrintStoreName(std::ostream& out, const corpus::TableSchema& schema);

@@ -1,3 +1,4 @@
+#include "core/text/json.h"
 #include "core/text/utf16.h"
 
 #include <gtest/gtest.h>
@@ -61,6 +62,37 @@ TEST(Utf16, Utf8ConversionKeepsPrivateUseAndMarksBrokenInput) {
 TEST(Utf16, IntText) {
   EXPECT_EQ(IntText(0), u"0");
   EXPECT_EQ(IntText(-14611), u"-14611");
+}
+
+}  // namespace
+}  // namespace suizo::text
+
+namespace suizo::text {
+namespace {
+
+// Every class of code unit, alone and beside others: what comes out is a
+// JSON literal that gives back exactly the units that went in.
+TEST(JsonString, HoldsEveryCodeUnitExactly) {
+  struct Case {
+    std::u16string in;
+    std::string out;
+  };
+  const Case cases[] = {
+      {u"", "\"\""},
+      {u"abc", "\"abc\""},
+      {u"\"\\/", "\"\\\"\\\\/\""},
+      {u"\n\r\t", "\"\\u000a\\u000d\\u0009\""},
+      {std::u16string(1, u'\0') + u"\x1f\x7f", "\"\\u0000\\u001f\x7f\""},
+      {u"\u00e9\u6cd5\uE256\uFFFF", "\"\xC3\xA9\xE6\xB3\x95\xEE\x89\x96\xEF\xBF\xBF\""},
+      {u"\u2028\u2029", "\"\\u2028\\u2029\""},
+      {u"\U0002000B", "\"\xF0\xA0\x80\x8B\""},  // a pair
+      {u"a\xD840", "\"a\\ud840\""},             // a high half at the end
+      {u"\xDC0B" u"b", "\"\\udc0bb\""},          // a low half alone
+      {u"\xDC0B\xD840", "\"\\udc0b\\ud840\""},  // halves the wrong way round
+      {u"\xD840\xD840\xDC0B", "\"\\ud840\xF0\xA0\x80\x8B\""},
+      {u"</script><!--", "\"</script><!--\""},
+  };
+  for (const Case& c : cases) EXPECT_EQ(JsonString(c.in), c.out) << ToUtf8(c.in);
 }
 
 }  // namespace
