@@ -5,6 +5,7 @@
 #include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QUrlQuery>
 #include <QVBoxLayout>
@@ -20,6 +21,7 @@
 
 #include "app/platform/grid.h"
 #include "app/platform/web_engine_setup.h"
+#include "core/text/json.h"
 
 namespace suizo::platform {
 
@@ -71,6 +73,35 @@ constexpr char kBoldFaces[] =
     "local('Source Han Code JP B'),local('IPAGothic'),local('TakaoGothic'),"
     "local('VL Gothic'),local('VL-Gothic-Regular')";
 
+// What a page may run and load: the frame's own scripts, by the nonce they
+// are given; styles inline; fonts and images from the program's scheme only.
+// No other script, no inline handler or "javascript:" address, no frame,
+// object, form, request or base of the data's.
+QString SecurityPolicy(const QString& nonce) {
+  return QStringLiteral(
+             "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "
+             "script-src 'nonce-%1'; style-src 'unsafe-inline'; img-src %2:; font-src %2:; "
+             "connect-src 'none'; frame-src 'none'; object-src 'none'; base-uri 'none'; "
+             "form-action 'none'\">")
+      .arg(nonce, QLatin1String(kPaneScheme));
+}
+
+// Where a frame's head matter goes: after the doctype, which must stay first
+// for the page to keep its mode.
+qsizetype HeadAt(const QString& html) {
+  static const QRegularExpression doctype(QStringLiteral("^\\s*<!DOCTYPE[^>]*>"),
+                                          QRegularExpression::CaseInsensitiveOption);
+  const QRegularExpressionMatch match = doctype.match(html);
+  return match.hasMatch() ? match.capturedEnd() : 0;
+}
+
+// A fresh nonce for each frame: text that came from the data cannot know it.
+QString FreshNonce() {
+  QByteArray bytes(18, '\0');
+  QRandomGenerator::system()->generate(bytes.begin(), bytes.end());
+  return QString::fromLatin1(bytes.toBase64(QByteArray::Base64UrlEncoding));
+}
+
 QString FontFaces() {
   return QStringLiteral(
              "<style>@font-face{font-family:'ＭＳ ゴシック';src:%1;}"
@@ -89,6 +120,14 @@ QWebEngineProfile* PaneProfile() {
     settings->setAttribute(QWebEngineSettings::ErrorPageEnabled, false);
     settings->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, false);
     settings->setAttribute(QWebEngineSettings::PluginsEnabled, false);
+    // Nothing a page holds reaches the user's files or the network.
+    settings->setAttribute(QWebEngineSettings::LocalContentCanAccessFileUrls, false);
+    settings->setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, false);
+    settings->setAttribute(QWebEngineSettings::JavascriptCanAccessClipboard, false);
+    settings->setAttribute(QWebEngineSettings::JavascriptCanPaste, false);
+    settings->setAttribute(QWebEngineSettings::AllowRunningInsecureContent, false);
+    settings->setAttribute(QWebEngineSettings::AllowGeolocationOnInsecureOrigins, false);
+    settings->setAttribute(QWebEngineSettings::PdfViewerEnabled, false);
     return made;
   }();
   return profile;
@@ -104,32 +143,23 @@ QString LinkTarget(const QUrl& url) {
 }
 
 QString JsString(const QString& text) {
-  QString out;
-  out.reserve(text.size() + 16);
-  out += QLatin1Char('"');
-  for (const QChar c : text) {
-    const char16_t u = c.unicode();
-    if (u == u'"' || u == u'\\') {
-      out += QLatin1Char('\\');
-      out += c;
-    } else if (u < 0x20 || u == 0x2028 || u == 0x2029 || c.isSurrogate()) {
-      // Line ends and lone halves must not reach the script as themselves.
-      out += QStringLiteral("\\u%1").arg(static_cast<unsigned>(u), 4, 16, QLatin1Char('0'));
-    } else {
-      out += c;
-    }
-  }
-  out += QLatin1Char('"');
-  return out;
+  return QString::fromStdString(text::JsonString(text.toStdU16String()));
 }
 
 QString WithFontMapping(const QString& html) {
-  // After the doctype, which must stay first for the page to keep its mode.
-  static const QRegularExpression doctype(QStringLiteral("^\\s*<!DOCTYPE[^>]*>"),
-                                          QRegularExpression::CaseInsensitiveOption);
-  const QRegularExpressionMatch match = doctype.match(html);
-  const qsizetype at = match.hasMatch() ? match.capturedEnd() : 0;
+  const qsizetype at = HeadAt(html);
   return html.left(at) + FontFaces() + html.mid(at);
+}
+
+QString WithSecurityPolicy(const QString& frame) {
+  // The frame is the program's own text: the data reaches a page only
+  // through SetBody, after the policy is in force.
+  const QString nonce = FreshNonce();
+  static const QRegularExpression script(QStringLiteral("<script\\b"), QRegularExpression::CaseInsensitiveOption);
+  QString out = frame;
+  out.replace(script, QStringLiteral("<script nonce=\"%1\"").arg(nonce));
+  const qsizetype at = HeadAt(out);
+  return out.left(at) + SecurityPolicy(nonce) + out.mid(at);
 }
 
 PanePage::PanePage(QWebEngineProfile* profile, QObject* parent) : QWebEnginePage(profile, parent) {}
@@ -137,7 +167,9 @@ PanePage::PanePage(QWebEngineProfile* profile, QObject* parent) : QWebEnginePage
 bool PanePage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {
   if (url == QUrl(QStringLiteral("about:blank"))) return true;
   if (isMainFrame && url == frameUrl_ && type != NavigationTypeLinkClicked) return true;
-  if (isMainFrame) emit linkClicked(LinkTarget(url));
+  // Only a click is the user's: a refresh, a script, a form or a redirect
+  // the data set off goes nowhere and means nothing.
+  if (isMainFrame && type == NavigationTypeLinkClicked) emit linkClicked(LinkTarget(url));
   return false;
 }
 
@@ -174,7 +206,7 @@ void HtmlPane::WriteFrame(const QString& html) {
   if (frameId_ != 0) server->Drop(frameId_);
   frameId_ = ++lastFrameId;
   // The mark makes the page read as UTF-8 and does not count as content.
-  server->Put(frameId_, QByteArray("\xEF\xBB\xBF") + WithFontMapping(html).toUtf8());
+  server->Put(frameId_, QByteArray("\xEF\xBB\xBF") + WithSecurityPolicy(WithFontMapping(html)).toUtf8());
   frameUrl_ = FrameUrl(frameId_);
   ready_ = false;
   page_->SetFrameUrl(frameUrl_);

@@ -39,6 +39,12 @@ QString JsString(const QString& text);
 // installed monospaced Japanese font; the rest stands as written.
 QString WithFontMapping(const QString& html);
 
+// The frame with a content security policy at its head that lets run only
+// the frame's own scripts, each given a nonce fresh for this frame, and lets
+// load nothing but fonts and images of the program's scheme. The frame must
+// be the program's own text: data reaches a page only through its body.
+QString WithSecurityPolicy(const QString& frame);
+
 // The page under a pane: it lets through only the frame it was told to load
 // and "about:blank", and reports every other navigation as a link.
 class PanePage : public QWebEnginePage {

@@ -19,8 +19,9 @@ namespace suizo::platform {
 void PrepareWebEngine() {
   QWebEngineUrlScheme scheme(kPaneScheme);
   scheme.setSyntax(QWebEngineUrlScheme::Syntax::Path);
-  scheme.setFlags(QWebEngineUrlScheme::SecureScheme | QWebEngineUrlScheme::LocalScheme |
-                  QWebEngineUrlScheme::LocalAccessAllowed);
+  // Local, so that pages of other schemes cannot reach it; without local
+  // access, so that its pages cannot reach the user's files.
+  scheme.setFlags(QWebEngineUrlScheme::SecureScheme | QWebEngineUrlScheme::LocalScheme);
   QWebEngineUrlScheme::registerScheme(scheme);
   // The browser will not start as root with its sandbox, and this Qt reads
   // no switch from the command line: the environment is the only way.
