@@ -7,6 +7,7 @@
 
 #include "app/corpus/settings_dialog_window.h"
 #include "app/corpus/splash_window.h"
+#include "app/platform/plain_text.h"
 #include "app/platform/qt_text.h"
 #include "app/platform/toast.h"
 #include "app/platform/yes_no.h"
@@ -121,7 +122,7 @@ Program::Program(std::filesystem::path dataPath, corpus::SettingsStore& store,
                  std::u16string version)
     : dataPath_(std::move(dataPath)), store_(store), version_(std::move(version)) {
   showError = [](const QString& message) {
-    QMessageBox::critical(nullptr, QStringLiteral("翠蔵Viewer"), message);
+    platform::ShowMessage(nullptr, QMessageBox::Critical, QStringLiteral("翠蔵Viewer"), message);
   };
   toast = [](QWidget* over) { platform::Toast::Show(over); };
   ask = [](QWidget* over, const QString& question) { return platform::YesNoDialog::Ask(over, question); };

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 
+#include "app/platform/plain_text.h"
 #include "app/platform/proportional_resize.h"
 #include "app/platform/yes_no.h"
 #include "app/views/balloon_help_qt.h"
@@ -63,7 +64,7 @@ void SettingsDialogWindow::Build() {
   layout->addWidget(checks_[2]);
   // The balloons' font size hangs under the balloon switch.
   auto* fontRow = new QHBoxLayout;
-  auto* text1 = new QLabel(Q(corpus::kFontSizeCaption), this);
+  auto* text1 = platform::PlainLabel(Q(corpus::kFontSizeCaption), this);
   text1->setObjectName(QStringLiteral("Text1"));
   fontRow->addSpacing(20);
   fontRow->addWidget(text1);
@@ -76,7 +77,7 @@ void SettingsDialogWindow::Build() {
   frame1_->setObjectName(QStringLiteral("Frame1"));
   auto* grid = new QGridLayout(frame1_);
   for (std::size_t row = 0; row < corpus::kVerticalRowCaptions.size(); ++row) {
-    auto* caption = new QLabel(Q(corpus::kVerticalRowCaptions[row]), frame1_);
+    auto* caption = platform::PlainLabel(Q(corpus::kVerticalRowCaptions[row]), frame1_);
     caption->setObjectName(QStringLiteral("Label%1").arg(row + 2));
     const int r = static_cast<int>(row);
     grid->addWidget(caption, r, 0);
@@ -87,7 +88,7 @@ void SettingsDialogWindow::Build() {
   grid->setColumnStretch(3, 1);
   layout->addWidget(frame1_);
 
-  label1_ = new QLabel(this);
+  label1_ = platform::PlainLabel(this);
   label1_->setObjectName(QStringLiteral("Label1"));
   layout->addWidget(label1_);
 

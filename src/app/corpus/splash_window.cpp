@@ -1,4 +1,5 @@
 #include "app/corpus/splash_window.h"
+#include "app/platform/plain_text.h"
 #include "app/platform/qt_text.h"
 
 #include <QApplication>
@@ -18,7 +19,7 @@ SplashWindow::SplashWindow(std::u16string_view version, QWidget* parent)
     : QWidget(parent, Qt::SplashScreen | Qt::WindowStaysOnTopHint) {
   setObjectName("Form0");
   auto* layout = new QVBoxLayout(this);
-  picture_ = new QLabel(QStringLiteral("翠蔵Viewer\n") + Q(version), this);
+  picture_ = platform::PlainLabel(QStringLiteral("翠蔵Viewer\n") + Q(version), this);
   picture_->setObjectName("Picture1");
   picture_->setAlignment(Qt::AlignCenter);
   picture_->setMinimumSize(282, 160);

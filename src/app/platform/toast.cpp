@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "app/platform/grid.h"
+#include "app/platform/plain_text.h"
 
 namespace suizo::platform {
 
@@ -42,7 +43,7 @@ Toast::Toast(QWidget* over) : QDialog(over, Qt::Dialog | Qt::FramelessWindowHint
   setFocusPolicy(Qt::NoFocus);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(6, 6, 6, 6);
-  label_ = new QLabel(QStringLiteral("** 見つかりません **"), this);
+  label_ = PlainLabel(QStringLiteral("** 見つかりません **"), this);
   label_->setObjectName(QStringLiteral("Com"));
   label_->setAlignment(Qt::AlignCenter);
   label_->setAutoFillBackground(true);

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/platform/plain_text.h"
 #include "app/platform/toast.h"
 
 namespace suizo::platform {
@@ -17,7 +18,7 @@ YesNoDialog::YesNoDialog(const QString& question, QWidget* parent)
   setWindowTitle(QStringLiteral("確認"));
   setModal(true);
 
-  auto* text = new QLabel(question, this);
+  auto* text = PlainLabel(question, this);
   text->setObjectName(QStringLiteral("Text1"));
   text->setAlignment(Qt::AlignCenter);
   text->setWordWrap(true);

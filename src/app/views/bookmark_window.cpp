@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "app/platform/grid.h"
+#include "app/platform/plain_text.h"
 #include "app/platform/toast.h"
 #include "app/platform/yes_no.h"
 #include "core/corpus/errors.h"
@@ -153,7 +154,7 @@ void BookmarkWindow::Command3() {
     if (!model_.Command3(Question(), place_)) return;
   } catch (const corpus::CorpusError& e) {
     // The file and the rows stay as they were; the dialog stays open.
-    QMessageBox::warning(this, windowTitle(), Q(corpus::BookmarksFailure(e)));
+    platform::ShowMessage(this, QMessageBox::Warning, windowTitle(), Q(corpus::BookmarksFailure(e)));
     return;
   }
   written_ = model_.chosen();

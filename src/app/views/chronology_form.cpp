@@ -19,6 +19,7 @@
 #include "app/platform/input_method.h"
 #include "app/platform/keys.h"
 #include "app/platform/kept_place.h"
+#include "app/platform/plain_text.h"
 #include "app/platform/qt_text.h"
 #include "app/views/balloon_help_qt.h"
 #include "app/views/reader_form.h"
@@ -164,18 +165,18 @@ void ChronologyForm::Build() {
   auto* state = new QHBoxLayout;
   clev_.Build(this, this);
   state->addWidget(clev_.picture3);
-  label1_ = new QLabel(this);
+  label1_ = platform::PlainLabel(this);
   label1_->setObjectName("Label1");
   label1_->setMargin(3);
   label1_->installEventFilter(this);
   state->addWidget(label1_);
-  label5_ = new QLabel(this);
+  label5_ = platform::PlainLabel(this);
   label5_->setObjectName("Label5");
   state->addWidget(label5_);
   state->addStretch(1);
-  auto* number = new QLabel(QStringLiteral("年表No"), this);
+  auto* number = platform::PlainLabel(QStringLiteral("年表No"), this);
   state->addWidget(number);
-  label4_ = new QLabel(this);
+  label4_ = platform::PlainLabel(this);
   label4_->setObjectName("Label4");
   label4_->setMinimumWidth(48);
   label4_->setStyleSheet("background:white; border:1px solid #999; padding:1px 4px;");
@@ -429,7 +430,7 @@ bool ChronologyForm::eventFilter(QObject* watched, QEvent* event) {
     // The office columns are narrow: the names they cut stand in a tip.
     const views::ChronologyGrid& g = model().Grid();
     if (row >= 1 && row < g.Rows() && col >= 0 && col < views::kEraCol && !g.TextMatrix(row, col).empty()) {
-      QToolTip::showText(grid_->viewport()->mapToGlobal(at), Q(g.TextMatrix(row, col)), grid_->viewport());
+      QToolTip::showText(grid_->viewport()->mapToGlobal(at), platform::PlainTip(Q(g.TextMatrix(row, col))), grid_->viewport());
     } else {
       QToolTip::hideText();
     }

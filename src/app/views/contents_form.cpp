@@ -10,6 +10,7 @@
 #include "app/platform/input_method.h"
 #include "app/platform/keys.h"
 #include "app/platform/kept_place.h"
+#include "app/platform/plain_text.h"
 #include "app/views/balloon_help_qt.h"
 #include "core/corpus/settings.h"
 #include "app/platform/qt_text.h"
@@ -76,7 +77,7 @@ void ContentsForm::Build() {
 
   // The title and the search strip.
   auto* strip = new QHBoxLayout;
-  label2_ = new QLabel(this);
+  label2_ = platform::PlainLabel(this);
   label2_->setObjectName("Label2");
   label2_->setStyleSheet("font-size:16px; font-weight:bold; color:#0A7576;");
   strip->addWidget(label2_);
@@ -93,7 +94,7 @@ void ContentsForm::Build() {
   auto* classes = new QHBoxLayout;
   clev_.Build(this, this);
   classes->addWidget(clev_.picture3);
-  label1_ = new QLabel(this);
+  label1_ = platform::PlainLabel(this);
   label1_->setObjectName("Label1");
   label1_->setMargin(3);
   label1_->installEventFilter(this);
@@ -102,7 +103,7 @@ void ContentsForm::Build() {
   check1_->setObjectName("Check1");
   check1_->setFocusPolicy(Qt::NoFocus);
   classes->addWidget(check1_);
-  label5_ = new QLabel(this);
+  label5_ = platform::PlainLabel(this);
   label5_->setObjectName("Label5");
   classes->addWidget(label5_);
   classes->addStretch(1);
@@ -120,7 +121,7 @@ void ContentsForm::Build() {
         "QPushButton{border:1px solid #999; background:#CCCCCC;}"
         "QPushButton:checked{background:#FFFFC0;}");
     sel_[static_cast<std::size_t>(i)] = b;
-    auto* caption = new QLabel(b);
+    auto* caption = platform::PlainLabel(b);
     caption->setObjectName(QStringLiteral("SelT_%1").arg(i));
     caption->setAlignment(Qt::AlignCenter);
     selT_[static_cast<std::size_t>(i)] = caption;

@@ -9,6 +9,7 @@
 #include "app/platform/input_method.h"
 #include "app/platform/keys.h"
 #include "app/platform/kept_place.h"
+#include "app/platform/plain_text.h"
 #include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
 #include "app/views/balloon_help_qt.h"
@@ -26,7 +27,7 @@ namespace {
 constexpr std::u16string_view kSection = u"@辞書";
 
 QLabel* NewField(QWidget* parent, const char* name) {
-  auto* l = new QLabel(parent);
+  auto* l = platform::PlainLabel(parent);
   l->setObjectName(name);
   l->setStyleSheet("background:white; border:1px solid #999; padding:2px;");
   l->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -57,7 +58,7 @@ DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program
   auto* head = new QHBoxLayout;
   text4_ = NewField(this, "Text4");
   text4_->setStyleSheet("background:white; border:1px solid #999; padding:2px; font-size:18px; font-weight:bold;");
-  label1_ = new QLabel(this);
+  label1_ = platform::PlainLabel(this);
   label1_->setObjectName("Label1");
   text2_ = NewField(this, "Text2");
   text3_ = NewField(this, "Text3");

@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "app/platform/keys.h"
+#include "app/platform/plain_text.h"
 #include "app/platform/proportional_resize.h"
 #include "core/reader/reader_base.h"
 #include "core/text/utf16.h"
@@ -60,11 +61,11 @@ HitListWindow::HitListWindow(search::SearchEngine& engine, reader::Highlighter& 
 }
 
 void HitListWindow::Build() {
-  label1_ = new QLabel(this);
+  label1_ = platform::PlainLabel(this);
   label1_->setObjectName(QStringLiteral("Label1"));
   label1_->setGeometry(8, 6, 148, 22);
   label1_->setStyleSheet(QStringLiteral("font-weight:bold; color:#0079af;"));
-  label2_ = new QLabel(this);
+  label2_ = platform::PlainLabel(this);
   label2_->setObjectName(QStringLiteral("Label2"));
   label2_->setGeometry(158, 6, 92, 22);
 

@@ -5,6 +5,7 @@
 
 #include "app/platform/keys.h"
 #include "app/platform/kept_place.h"
+#include "app/platform/plain_text.h"
 #include "app/platform/qt_text.h"
 #include "app/views/reader_form.h"
 
@@ -26,7 +27,7 @@ OutlineForm::OutlineForm(const corpus::Corpus& corpus, corpus::SettingsStore& st
   auto* top = new QVBoxLayout(this);
   top->setContentsMargins(6, 6, 6, 6);
   auto* strip = new QHBoxLayout;
-  label1_ = new QLabel(this);
+  label1_ = platform::PlainLabel(this);
   label1_->setObjectName("Label1");
   strip->addWidget(label1_);
   strip->addStretch(1);

@@ -16,6 +16,7 @@
 #include "app/platform/input_method.h"
 #include "app/platform/keys.h"
 #include "app/platform/kept_place.h"
+#include "app/platform/plain_text.h"
 #include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
 #include "app/views/balloon_help_qt.h"
@@ -112,7 +113,7 @@ QPushButton* ReaderForm::Button(const char* name, const QString& caption, QRect 
 }
 
 QLabel* ReaderForm::Field(const char* name, QRect design) {
-  auto* l = new QLabel(this);
+  auto* l = platform::PlainLabel(this);
   l->setObjectName(name);
   l->setStyleSheet("background:white; border:1px solid #999; padding-left:2px;");
   l->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -122,7 +123,7 @@ QLabel* ReaderForm::Field(const char* name, QRect design) {
 
 QLineEdit* ReaderForm::AddPageBox(int box, const QString& title, const QString& titleName, QRect titleDesign,
                                   QRect boxDesign) {
-  auto* label = new QLabel(title, this);
+  auto* label = platform::PlainLabel(title, this);
   label->setObjectName(titleName);
   label->setAlignment(Qt::AlignCenter);
   Put(label, titleDesign);
@@ -160,11 +161,11 @@ void ReaderForm::BuildShared() {
   label3_ = Button("Label3", {}, {328, 36, 76, 26});
   label3_->setFlat(true);
   command14_ = Button("Command14", QStringLiteral("絞込"), {408, 36, 44, 26});
-  refineLevel_ = new QLabel(this);
+  refineLevel_ = platform::PlainLabel(this);
   refineLevel_->setObjectName("RefineLevel");
   Put(refineLevel_, {456, 36, 56, 26});
   command15_ = Button("Command15", QStringLiteral("解除"), {516, 36, 44, 26});
-  label5_ = new QLabel(this);
+  label5_ = platform::PlainLabel(this);
   label5_->setObjectName("Label5");
   Put(label5_, {564, 36, 70, 26});
   limit_ = Button("Limit", {}, {686, 36, 26, 26});
@@ -179,7 +180,7 @@ void ReaderForm::BuildShared() {
 
   // The panes and their tabs.
   for (std::size_t t = 0; t < shape_.tabs.size(); ++t) {
-    auto* label = new QLabel(this);
+    auto* label = platform::PlainLabel(this);
     label->setObjectName(QStringLiteral("TagT_%1").arg(t));
     label->setStyleSheet("background:" + platform::FromBgr(shape_.tabColours[t]).name() + "; border:1px solid #AAA;");
     label->installEventFilter(this);
@@ -371,7 +372,7 @@ void ReaderForm::OpenBookmarks() {
   try {
     read.emplace(program_.corpus().dataPath() / "suiten.ini");
   } catch (const corpus::CorpusError& e) {
-    QMessageBox::warning(this, windowTitle(), Q(corpus::BookmarksFailure(e)));
+    platform::ShowMessage(this, QMessageBox::Warning, windowTitle(), Q(corpus::BookmarksFailure(e)));
     return;
   }
   corpus::ProfileFile& file = *read;
@@ -408,7 +409,7 @@ void ReaderForm::Apply(const reader::ReaderOutcome& out) {
     combo1_->setFocus();
     combo1_->selectAll();
   }
-  if (!out.message.empty()) QMessageBox::information(this, windowTitle(), Q(out.message));
+  if (!out.message.empty()) platform::ShowMessage(this, QMessageBox::Information, windowTitle(), Q(out.message));
   if (out.openSettings) program_.OpenSettings(this);
   if (out.toast && program_.toast) program_.toast(this);
   RefreshHitList();

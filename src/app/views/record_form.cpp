@@ -12,6 +12,7 @@
 #include "app/platform/input_method.h"
 #include "app/platform/keys.h"
 #include "app/platform/kept_place.h"
+#include "app/platform/plain_text.h"
 #include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
 #include "app/views/balloon_help_qt.h"
@@ -64,7 +65,7 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
                                                                {"Text3", 1},
                                                                {"Text9", 0}}};
   for (const auto& [name, stretch] : fields) {
-    auto* l = new QLabel(this);
+    auto* l = platform::PlainLabel(this);
     l->setObjectName(name);
     l->setStyleSheet("background:white; border:1px solid #999; padding:2px;");
     l->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -82,7 +83,7 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
   // The page boxes of every series.
   auto* pages = new QHBoxLayout;
   for (const views::RecordPageBox& box : views::kRecordPageBoxes) {
-    auto* title = new QLabel(Q(box.caption), this);
+    auto* title = platform::PlainLabel(Q(box.caption), this);
     title->setObjectName(QStringLiteral("PageTitle_%1").arg(box.title));
     pageTitles_[box.title] = title;
     auto* page = new QLineEdit(this);
@@ -128,7 +129,7 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
   }
   body->addLayout(right, 4);
   top->addLayout(body, 1);
-  pic_ = new QLabel(Q(views::kPicNote), this);
+  pic_ = platform::PlainLabel(Q(views::kPicNote), this);
   pic_->setObjectName("Pic");
   pic_->setAlignment(Qt::AlignCenter);
   pic_->setStyleSheet("background:rgba(200,200,200,220); color:#333; font-weight:bold;");

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/platform/grid.h"
+#include "app/platform/plain_text.h"
 #include "app/platform/qt_text.h"
 #include "core/views/contents.h"
 
@@ -49,7 +50,7 @@ void SearchStrip::AddCounter(QBoxLayout* row) {
 void SearchStrip::AddRefine(QBoxLayout* row) {
   QWidget* form = combo1->parentWidget();
   command14 = ViewButton(form, "Command14", QStringLiteral("絞込"));
-  refineLevel = new QLabel(form);
+  refineLevel = platform::PlainLabel(form);
   refineLevel->setObjectName("RefineLevel");
   command15 = ViewButton(form, "Command15", QStringLiteral("解除"));
   row->addWidget(command14);
@@ -90,7 +91,7 @@ void ClevStrip::Build(QWidget* form, QObject* filter) {
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(2);
   for (int c = 0; c <= 10; ++c) {
-    auto* l = new QLabel(Q(views::ClevCaption(c)), picture3);
+    auto* l = platform::PlainLabel(Q(views::ClevCaption(c)), picture3);
     l->setObjectName(QStringLiteral("Clev_%1").arg(c));
     l->setAlignment(Qt::AlignCenter);
     l->setFixedSize(20, 20);

@@ -4,6 +4,7 @@
 #include <QMessageBox>
 
 #include "app/corpus/program.h"
+#include "app/platform/plain_text.h"
 #include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
 #include "app/views/hit_list_window.h"
@@ -75,7 +76,7 @@ void WritingsForm::BuildOwn() {
   picture3_->setObjectName("Picture3");
   Put(picture3_, {914, 6, 198, 24});
   for (int c = 0; c <= 10; ++c) {
-    auto* l = new QLabel(Q(views::ClevCaption(c)), picture3_);
+    auto* l = platform::PlainLabel(Q(views::ClevCaption(c)), picture3_);
     l->setObjectName(QStringLiteral("Clev_%1").arg(c));
     l->setAlignment(Qt::AlignCenter);
     l->installEventFilter(this);
@@ -114,7 +115,7 @@ void WritingsForm::BuildOwn() {
     if (!fav_->isChecked()) return;
     fav_->setChecked(false);
     fav_->setStyleSheet("background:" + palette().dark().color().name() + "; color:yellow;");
-    QMessageBox::information(this, windowTitle(), QStringLiteral("ok"));
+    platform::ShowMessage(this, QMessageBox::Information, windowTitle(), QStringLiteral("ok"));
     fav_->setStyleSheet("color:#C0C0C0;");
   });
 

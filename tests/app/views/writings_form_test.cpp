@@ -304,6 +304,31 @@ class WritingsFormTest : public QObject {
     QTRY_VERIFY(PaneText(*form, 5).contains(QStringLiteral("講義の覚え")));
   }
 
+  // A text of the corpus and a note that hold markup meant to run: shown,
+  // never run (the markup is kept, the handler is not called).
+  void markupInTextsAndNotesNeverRuns() {
+    WritingsForm* form = OpenReader();
+    QVERIFY(form);
+    const corpus::ReaderPlace place = corpus::FindReaderPlace(program_->corpus(), u"10006");
+    const QString payload = QStringLiteral("<img id=bait src=x onerror=\"document.title='ran';window.ran=1\">");
+    program_->corpus().Dat().Set(place.Lpos, corpus::dat::kMain, payload.toStdU16String() + u"本文");
+    corpus::EditNote(program_->corpus(), *program_->journal(), corpus::TableId::Dat, place.Lpos, corpus::dat::kNote2,
+                     QStringLiteral("<svg onload=\"window.ran=1\"></svg>").toStdU16String() + payload.toStdU16String());
+    GoTo(*form, u"10006", *program_);
+    // Qt's own widgets take no markup either: every label shows text as written.
+    for (QWidget* window : {static_cast<QWidget*>(form), static_cast<QWidget*>(program_->contents())}) {
+      for (const QLabel* label : window->findChildren<QLabel*>()) QCOMPARE(label->textFormat(), Qt::PlainText);
+    }
+    for (const int pane : {1, 5}) {
+      QTRY_VERIFY(apptest::Eval(*form->Pane(pane), QStringLiteral("!!document.getElementById('bait')")).value_or(false).toBool());
+      QTest::qWait(200);  // the image's error has come and gone
+      QCOMPARE(apptest::Eval(*form->Pane(pane), QStringLiteral("document.title+'|'+(window.ran===undefined)"))
+                   .value_or(QString())
+                   .toString(),
+               QStringLiteral("|true"));
+    }
+  }
+
   void hitListOpensAndLeadsBack() {
     WritingsForm* form = OpenReader();
     QVERIFY(form);
