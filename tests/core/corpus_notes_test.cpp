@@ -139,5 +139,24 @@ TEST_F(Notes, AnEditCutOffInTheMiddleOfItsLineIsIgnored) {
   EXPECT_EQ(corpus.Hok().Get(5, 36), u"次の行");
 }
 
+// A journal from someone else's folder puts back notes and nothing else: a
+// line naming a text field, another table, a path or a row no table has is
+// passed over.
+TEST_F(Notes, AJournalFromElsewhereChangesOnlyNotes) {
+  const std::string before = Store(TableId::Dat);
+  testing::WriteBytes(dir / "notes.journal",
+                      "Dat\t10006\t8\t<script>x</script>\n"
+                      "Mok\t10006\t14\tx\n"
+                      "../../etc/passwd\t10006\t48\tx\n"
+                      "Dat\t/etc/passwd\t48\tx\n"
+                      "Dat\t10006\t48\t届いた覚え\n");
+  Corpus corpus(dir.path());
+  EXPECT_EQ(Open(corpus).journalEntries, 1);
+  const int row = SysNo(corpus, u"10006");
+  EXPECT_EQ(corpus.Dat().Get(row, 48), u"届いた覚え");
+  EXPECT_EQ(corpus.Dat().Get(row, 8).find(u"<script>"), std::u16string_view::npos);
+  EXPECT_EQ(Store(TableId::Dat), before);  // nothing is written before the exit
+}
+
 }  // namespace
 }  // namespace suizo::corpus
