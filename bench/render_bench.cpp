@@ -57,7 +57,7 @@ void BM_RenderVertical(benchmark::State& state) {
     r.reader->SetColumnMeter(std::make_shared<TallColumnMeter>());
     // The longest work, from its first line: room for the whole block.
     const auto& corpus = suizo::bench::ConvertedStore({});
-    const auto order = suizo::reader::LineOrder::Writings(corpus);
+    const auto order = suizo::search::LineOrder::Writings(corpus);
     int longest = 1;
     const auto length = [&](int m) { return order.FirstLineOf(m + 1) - order.FirstLineOf(m); };
     for (int m = 2; m < corpus.MosMaxY; ++m) {

@@ -34,7 +34,7 @@ void BM_SearchWritings(benchmark::State& state) {
   suizo::corpus::InitialOrders(corpus, selection);
   suizo::corpus::Settings settings;
   settings.AutoDiv = 0;  // each query measures one kind of search
-  SearchEngine engine(suizo::reader::TextTable::Writings(corpus, selection), settings);
+  SearchEngine engine(suizo::search::TextTable::Writings(corpus, selection), settings);
   const Query& q = kQueries[state.range(0)];
   for (auto _ : state) {
     engine.pos = {1, 1, {}};
@@ -55,10 +55,10 @@ void BM_WalkWritings(benchmark::State& state) {
   suizo::corpus::Corpus& corpus = suizo::bench::ConvertedStore({0, 6});
   suizo::corpus::Selection selection;
   suizo::corpus::InitialOrders(corpus, selection);
-  const auto table = suizo::reader::TextTable::Writings(corpus, selection);
+  const auto table = suizo::search::TextTable::Writings(corpus, selection);
   std::size_t units = 0;
   for (auto _ : state) {
-    suizo::reader::Position p{1, 1, {}};
+    suizo::search::Position p{1, 1, {}};
     table.ScanStart(p, false);
     units = 0;
     for (;;) {

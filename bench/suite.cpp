@@ -259,12 +259,12 @@ double ColdLoadMs(const fs::path& folder) {
 
 // The writings' pane 0 as one line per main text, for the line tools.
 fs::path ExportPane0(const Store& s, const fs::path& file) {
-  const auto table = reader::TextTable::Writings(*s.corpus, s.selection);
+  const auto table = search::TextTable::Writings(*s.corpus, s.selection);
   std::ofstream out(file, std::ios::binary);
-  reader::Position p{1, 1, {}};
+  search::Position p{1, 1, {}};
   table.ScanStart(p, false);
   for (;;) {
-    for (const int column : {table.PaneColumn(0), reader::TextTable::kSecondMainColumn}) {
+    for (const int column : {table.PaneColumn(0), search::TextTable::kSecondMainColumn}) {
       std::u16string line(table.Text(p.Lpos, column));
       std::replace(line.begin(), line.end(), u'\n', u' ');
       std::replace(line.begin(), line.end(), u'\r', u' ');
@@ -297,7 +297,7 @@ EngineRun EngineSearch(const Store& s, const char16_t* box, search::Method metho
                        bool cold = false) {
   corpus::Settings settings;
   settings.AutoDiv = 0;  // each query measures one kind of search
-  search::SearchEngine engine(reader::TextTable::Writings(*s.corpus, s.selection), settings);
+  search::SearchEngine engine(search::TextTable::Writings(*s.corpus, s.selection), settings);
   EngineRun r;
   r.ms = (cold ? ColdMedian : Median)(gRuns, [&] {
     engine.pos = {1, 1, {}};
@@ -315,11 +315,11 @@ EngineRun EngineSearch(const Store& s, const char16_t* box, search::Method metho
 std::pair<EngineRun, EngineRun> SplitAgainstNaive(const Store& s, const std::u16string& box) {
   corpus::Settings settings;
   settings.AutoDiv = 0;
-  search::SearchEngine engine(reader::TextTable::Writings(*s.corpus, s.selection), settings);
+  search::SearchEngine engine(search::TextTable::Writings(*s.corpus, s.selection), settings);
   const auto query = search::SplitQuery::Compile(box, 1, search::SearchWindow::Writings, 1);
   std::vector<text::LikePattern> likes;
   for (const std::u16string& entry : query->Sw()) likes.emplace_back(u"*" + entry + u"*");
-  const auto table = reader::TextTable::Writings(*s.corpus, s.selection);
+  const auto table = search::TextTable::Writings(*s.corpus, s.selection);
   EngineRun fast, naive;
   const auto [engineMs, naiveMs] = Paired(
       gRuns,
@@ -332,7 +332,7 @@ std::pair<EngineRun, EngineRun> SplitAgainstNaive(const Store& s, const std::u16
       },
       [&] {
         naive.hits = 0;
-        reader::Position p{1, 1, {}};
+        search::Position p{1, 1, {}};
         table.ScanStart(p, false);
         for (;;) {
           const std::u16string_view field = table.Text(p.Lpos, table.PaneColumn(0));
@@ -352,7 +352,7 @@ std::pair<EngineRun, EngineRun> SplitAgainstNaive(const Store& s, const std::u16
 
 // Twenty selections a reader might make: pieces of the writings' main text.
 std::vector<std::u16string> Selections(const Store& s) {
-  const auto table = reader::TextTable::Writings(*s.corpus, s.selection);
+  const auto table = search::TextTable::Writings(*s.corpus, s.selection);
   std::vector<std::u16string> picks;
   const int step = std::max(1, s.corpus->DasMaxY / 23);
   for (int lpos = step; lpos <= s.corpus->DasMaxY && picks.size() < 20; lpos += step) {

@@ -11,7 +11,7 @@
 namespace suizo::cli {
 namespace {
 
-using reader::TextKind;
+using search::TextKind;
 using search::Method;
 using text::ToUtf8;
 
@@ -114,7 +114,7 @@ const char* KindName(search::SearchKind kind) {
 
 // Where the reader opens, and under --limit-doc the document it stays in:
 // a work of the list, or for the sutra a row and its chapter.
-std::optional<reader::Position> StartPosition(const corpus::Corpus& store, const SearchOptions& o,
+std::optional<search::Position> StartPosition(const corpus::Corpus& store, const SearchOptions& o,
                                               std::ostream& err) {
   const corpus::Table& hok = store.table(corpus::TableId::Hok);
   if (o.window == search::SearchWindow::Sutra) {
@@ -123,21 +123,21 @@ std::optional<reader::Position> StartPosition(const corpus::Corpus& store, const
       err << "suizo search: the sutra has " << hok.rows() << " rows\n";
       return std::nullopt;
     }
-    return reader::Position{0, row, std::u16string(hok.Get(row, corpus::hok::kChapter))};
+    return search::Position{0, row, std::u16string(hok.Get(row, corpus::hok::kChapter))};
   }
   const bool sources = o.window == search::SearchWindow::Sources;
   const int works = sources ? store.SMosMaxY : store.MosMaxY;
   if (!o.limitDoc) {
     const corpus::ReaderPlace place =
         sources ? corpus::FindSourceReaderPlace(store, u"") : corpus::FindReaderPlace(store, u"");
-    return reader::Position{place.Mpos, place.Lpos, {}};
+    return search::Position{place.Mpos, place.Lpos, {}};
   }
   if (*o.limitDoc > works) {
     err << "suizo search: the list holds " << works << " documents\n";
     return std::nullopt;
   }
-  const reader::LineOrder order = sources ? reader::LineOrder::Sources(store) : reader::LineOrder::Writings(store);
-  return reader::Position{*o.limitDoc, order.FirstLineOf(*o.limitDoc), {}};
+  const search::LineOrder order = sources ? search::LineOrder::Sources(store) : search::LineOrder::Writings(store);
+  return search::Position{*o.limitDoc, order.FirstLineOf(*o.limitDoc), {}};
 }
 
 }  // namespace
@@ -156,9 +156,9 @@ int Search(const std::vector<std::string>& args, const Context& context) {
   corpus::Settings settings;
   settings.AutoDiv = options->autoDiv;
   settings.Itaiji = options->itaiji;
-  const reader::TextTable table = options->window == search::SearchWindow::Sutra     ? reader::TextTable::Sutra(store, selection)
-                                  : options->window == search::SearchWindow::Sources ? reader::TextTable::Sources(store, selection)
-                                                                         : reader::TextTable::Writings(store, selection);
+  const search::TextTable table = options->window == search::SearchWindow::Sutra     ? search::TextTable::Sutra(store, selection)
+                                  : options->window == search::SearchWindow::Sources ? search::TextTable::Sources(store, selection)
+                                                                         : search::TextTable::Writings(store, selection);
   search::SearchEngine engine(table, settings);
   const auto start = StartPosition(store, *options, context.err);
   if (!start) return kFailed;
@@ -178,7 +178,7 @@ int Search(const std::vector<std::string>& args, const Context& context) {
   engine.DivMode = options->div;
   engine.Kensaku(0);
 
-  const auto sysNo = [&](const reader::Position& p) -> std::u16string {
+  const auto sysNo = [&](const search::Position& p) -> std::u16string {
     switch (table.kind()) {
       case TextKind::Writings: return std::u16string(table.Text(p.Lpos, corpus::dat::kSysNo));
       case TextKind::Sutra: return std::u16string(table.Text(p.Lpos, corpus::hok::kNumber));
@@ -188,7 +188,7 @@ int Search(const std::vector<std::string>& args, const Context& context) {
   };
   std::ostream& out = context.out;
   for (int i = 1; i <= engine.Srn; ++i) {
-    const reader::Position& p = engine.Hit(i);
+    const search::Position& p = engine.Hit(i);
     const std::u16string mpos = table.kind() == TextKind::Sutra ? p.chapter : text::IntText(p.Mpos);
     if (options->json) {
       out << "{\"hit\":" << i << ",\"Mpos\":" << (table.kind() == TextKind::Sutra ? text::JsonString(mpos) : ToUtf8(mpos))

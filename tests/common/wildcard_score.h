@@ -1,4 +1,4 @@
-// The split search's score as it is described: entry by entry through the
+// The split search's score in its plain form: entry by entry through the
 // wildcard operator, with the early stop where the window has it. The tests
 // and the fuzz target hold the fast score to it.
 #pragma once

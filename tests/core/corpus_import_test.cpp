@@ -4,8 +4,8 @@
 
 #include "core/corpus/dax_file.h"
 #include "core/corpus/import.h"
-#include "core/search/variants.h"
 #include "core/text/utf16.h"
+#include "core/text/variants.h"
 #include "test_support.h"
 
 namespace suizo::corpus {
@@ -180,7 +180,7 @@ TEST_F(SmallImport, DictionaryLookupKeysFollowTheHeadWord) {
   EXPECT_EQ(dic.Get(1, 8), u"[庵菴]");  // one kanji keeps the key its source gave
   EXPECT_EQ(dic.Get(4, 8), u"source");
   EXPECT_EQ(dic.Get(2, 8), u"か[うふ]");                              // kana only: rewritten whole
-  EXPECT_EQ(dic.Get(3, 8), u"法" + search::ItaijiPattern(u"華", 1));  // the first stays literal
+  EXPECT_EQ(dic.Get(3, 8), u"法" + text::ItaijiPattern(u"華", 1));  // the first stays literal
 }
 
 }  // namespace

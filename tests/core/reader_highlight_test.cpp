@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "core/reader/texts.h"
 #include "core/text/utf16.h"
 
 namespace suizo::reader {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/reader/texts.h"
 #include "core/text/numbers.h"
 #include "core/text/utf16.h"
 

@@ -175,7 +175,7 @@ TEST_F(Sutra, PagesSearchedAreTheWritingsPages) {
   EXPECT_EQ(reader.engine().LastKind(), search::SearchKind::Page);
   EXPECT_TRUE(reader.engine().Combo1.empty());
   int expected = 0;
-  const int start = reader::LineOrder::Writings(corpus).FirstLineOf(1);
+  const int start = search::LineOrder::Writings(corpus).FirstLineOf(1);
   for (int p = start; p <= std::min(corpus.DasMaxY, hok().rows()); ++p) {
     const int row = corpus.DatOrder[static_cast<std::size_t>(p)];
     const double klass = text::Val(corpus.Dat().Get(row, corpus::dat::kClass));
@@ -245,7 +245,7 @@ TEST(SutraPage, ShorterTextsArePaddedWithIdeographicSpaces) {
 class Sources : public Scripture {
  protected:
   Sources() : reader(corpus, selection, settings) {}
-  int FirstLineOf(int m) const { return reader::LineOrder::Sources(corpus).FirstLineOf(m); }
+  int FirstLineOf(int m) const { return search::LineOrder::Sources(corpus).FirstLineOf(m); }
   SourcesReader reader;
 };
 
@@ -334,7 +334,7 @@ TEST_F(Scripture, WindowsHandTheirRendersOnAndFollowTheOrder) {
   sources.Hyouji();
   EXPECT_EQ(renders, 1);
   EXPECT_EQ(last.Muki1, 1);
-  EXPECT_EQ(last.secondPane, 3);  // the reading, below the original form
+  EXPECT_EQ(last.secondPane, 3);  // the reading, below the text as written
   EXPECT_EQ(last.height1, settings.SmL1 * 16);
 
   // The box searched again and the line found again in the other order.

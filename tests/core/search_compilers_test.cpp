@@ -5,14 +5,16 @@
 #include <random>
 
 #include "core/search/regex.h"
-#include "core/search/variants.h"
 #include "core/text/like.h"
 #include "core/text/utf16.h"
+#include "core/text/variants.h"
 #include "wildcard_score.h"
 
 namespace suizo::search {
 namespace {
 
+using text::ItaijiRows;
+using text::ItaijiTbl;
 using text::ToUtf8;
 constexpr int kOn = 1;
 constexpr int kOff = 0;

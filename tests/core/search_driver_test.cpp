@@ -11,7 +11,7 @@ namespace suizo::search {
 namespace {
 
 using corpus::Corpus;
-using reader::TextTable;
+using search::TextTable;
 
 // A writings order of three documents, lines 1-3, 4-6 and 7-8, with the
 // reading order running the table backwards so that a row and its position

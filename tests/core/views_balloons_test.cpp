@@ -5,8 +5,8 @@
 #include <set>
 #include <tuple>
 
-#include "core/search/variants.h"
 #include "core/text/utf16.h"
+#include "core/text/variants.h"
 
 namespace suizo::views {
 namespace {
@@ -147,7 +147,7 @@ TEST(BalloonTexts, ClassBalloonsListTheTenClasses) {
 
 // The settings' examples must be spellings the search really bridges.
 TEST(BalloonTexts, VariantExamplesAreBridgedByTheVariantTable) {
-  const auto& rows = search::ItaijiTbl();
+  const auto& rows = text::ItaijiTbl();
   const auto sameRow = [&](char16_t a, char16_t b) {
     for (const auto& row : rows) {
       if (text::ContainsUnit(row, a) && text::ContainsUnit(row, b)) return true;

@@ -380,13 +380,13 @@ class FakeView : public reader::TextView {
  public:
   using TextView::TextView;
   std::u16string box;
-  reader::Position place;
+  search::Position place;
   std::u16string Combo1() const override { return box; }
   void SetCombo1(std::u16string_view t) override { box = t; }
   void Hyouji() override {}
   void Kensaku(int) override {}
-  reader::Position Place() const override { return place; }
-  void SetPlace(const reader::Position& p) override { place = p; }
+  search::Position Place() const override { return place; }
+  void SetPlace(const search::Position& p) override { place = p; }
   int Muki1() const override { return 0; }
   void SetMuki1(int) override {}
   void Hyouji2() override {}

@@ -12,7 +12,7 @@
 #include "core/corpus/settings.h"
 #include "core/reader/highlight.h"
 #include "core/reader/links.h"
-#include "core/reader/text_table.h"
+#include "core/reader/texts.h"
 #include "core/search/driver.h"
 #include "core/text/utf16.h"
 #include "core/views/record.h"
@@ -76,7 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Links(text, reader::LinkRefs(text, s.corpus));
   Links(text, views::LinkPane(text, s.corpus));
 
-  search::SearchEngine engine(reader::TextTable::Writings(s.corpus, s.selection), s.settings);
+  search::SearchEngine engine(search::TextTable::Writings(s.corpus, s.selection), s.settings);
   engine.Combo1 = box;
   engine.SrMethod = static_cast<search::Method>(choice % 3);
   engine.Tab = 0;

@@ -43,7 +43,7 @@ void SetBack(QLineEdit* box, std::uint32_t bgr) {
 
 BookmarkWindow::BookmarkWindow(corpus::BookmarkKind kind, corpus::ProfileFile& file,
                                corpus::Corpus& corpus, corpus::Selection& selection,
-                               const reader::Position& place, corpus::SettingsStore& store,
+                               const search::Position& place, corpus::SettingsStore& store,
                                QPoint mov, QWidget* owner)
     : QDialog(owner),
       ask(&platform::YesNoDialog::Ask),

@@ -20,7 +20,7 @@
 #include "core/corpus/selection.h"
 #include "core/corpus/settings.h"
 #include "core/reader/bookmark_dialog.h"
-#include "core/reader/position.h"
+#include "core/reader/texts.h"
 
 namespace suizo::app {
 
@@ -32,7 +32,7 @@ class BookmarkWindow : public QDialog {
   // write, and `MovX`, `MovY`: the dialog's top left corner, global, where
   // the owner's `BMark` button put it. The width is kept under "@しおり".
   BookmarkWindow(corpus::BookmarkKind kind, corpus::ProfileFile& file, corpus::Corpus& corpus,
-                 corpus::Selection& selection, const reader::Position& place,
+                 corpus::Selection& selection, const search::Position& place,
                  corpus::SettingsStore& store, QPoint mov, QWidget* owner = nullptr);
 
   const reader::BookmarkDialog& model() const { return model_; }
@@ -65,7 +65,7 @@ class BookmarkWindow : public QDialog {
   void Place();
 
   reader::BookmarkDialog model_;
-  reader::Position place_;
+  search::Position place_;
   corpus::SettingsStore& store_;
   std::array<QPushButton*, corpus::kBookmarks> bm_{};
   std::array<QLineEdit*, corpus::kBookmarks> text1_{};

@@ -145,7 +145,7 @@ void OutlineForm::ReportMetrics() {
 }
 
 void OutlineForm::SutraGo() {
-  const std::optional<reader::Position> place = model_.SutraGo();
+  const std::optional<search::Position> place = model_.SutraGo();
   if (!place) return;
   hide();
   if (onSutraGo) onSutraGo(*place);

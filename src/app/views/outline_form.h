@@ -27,7 +27,7 @@ class OutlineForm : public QWidget {
   platform::Grid* GridAt(int index) const { return grids_[static_cast<std::size_t>(index)]; }
 
   // `SutraGo`: the reader takes the place and comes forward.
-  std::function<void(const reader::Position&)> onSutraGo;
+  std::function<void(const search::Position&)> onSutraGo;
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

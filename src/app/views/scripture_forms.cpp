@@ -138,7 +138,7 @@ void SutraForm::OpenOutline(int skFlag) {
   if (!outline_) {
     outline_ = std::make_unique<OutlineForm>(program_.corpus(), program_.store());
     // `SutraGo`: back into this reader at the outline's row.
-    outline_->onSutraGo = [this](const reader::Position& place) {
+    outline_->onSutraGo = [this](const search::Position& place) {
       sutra_.SetPlace(place);
       sutra_.Show();
       sutra_.Raise();

@@ -4,12 +4,12 @@
 #include "core/corpus/errors.h"
 #include "core/corpus/file_io.h"
 #include "core/corpus/import_support.h"
-#include "core/search/variants.h"
 #include "core/text/like.h"
 #include "core/text/numbers.h"
 #include "core/text/sjis.h"
 #include "core/text/sorting.h"
 #include "core/text/utf16.h"
+#include "core/text/variants.h"
 
 namespace suizo::corpus {
 namespace {
@@ -82,10 +82,10 @@ void LookupKeys(Table& dic, int itaiji) {
     std::size_t kana = 0;
     for (const char16_t c : word) kana += IsHiragana(c) ? 1 : 0;
     if (kana == word.size()) {
-      dic.Set(row, dic::kLookupKey, search::ItaijiPattern(word, itaiji));
+      dic.Set(row, dic::kLookupKey, text::ItaijiPattern(word, itaiji));
     } else if (word.size() > 1) {
       dic.Set(row, dic::kLookupKey,
-              std::u16string(1, word[0]) + search::ItaijiPattern(word.substr(1), itaiji));
+              std::u16string(1, word[0]) + text::ItaijiPattern(word.substr(1), itaiji));
     }
   }
 }

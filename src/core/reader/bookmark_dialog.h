@@ -15,7 +15,7 @@
 #include "core/corpus/corpus.h"
 #include "core/corpus/profile.h"
 #include "core/corpus/selection.h"
-#include "core/reader/position.h"
+#include "core/reader/texts.h"
 
 namespace suizo::reader {
 

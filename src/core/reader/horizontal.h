@@ -9,7 +9,7 @@
 
 #include "core/corpus/corpus.h"
 #include "core/reader/highlight.h"
-#include "core/reader/text_table.h"
+#include "core/reader/texts.h"
 
 namespace suizo::reader {
 

@@ -16,7 +16,7 @@
 
 #include "core/corpus/corpus.h"
 #include "core/corpus/selection.h"
-#include "core/reader/position.h"
+#include "core/reader/texts.h"
 #include "core/search/compilers.h"
 
 namespace suizo::reader {

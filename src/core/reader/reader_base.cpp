@@ -97,7 +97,7 @@ void ReaderBase::SearchView(ReaderView& v) const {
 
 void ReaderBase::Hyouji2() {
   for (int i = 1; i <= engine_.Srn; ++i) {
-    const reader::Position& hit = engine_.Hit(i);
+    const search::Position& hit = engine_.Hit(i);
     if (hit.Mpos == Mpos() && hit.Lpos == Lpos() && hit.chapter == engine_.pos.chapter) engine_.SrnPos = i;
   }
 }

@@ -20,7 +20,7 @@
 #include "core/corpus/settings.h"
 #include "core/reader/column_meter.h"
 #include "core/reader/navigation.h"
-#include "core/reader/text_table.h"
+#include "core/reader/texts.h"
 #include "core/search/driver.h"
 
 namespace suizo::reader {

@@ -10,8 +10,7 @@
 #include <string_view>
 
 #include "core/reader/column_meter.h"
-#include "core/reader/position.h"
-#include "core/reader/text_table.h"
+#include "core/reader/texts.h"
 
 namespace suizo::reader {
 

@@ -21,7 +21,7 @@
 #include "core/reader/navigation.h"
 #include "core/reader/page_boxes.h"
 #include "core/reader/reader_base.h"
-#include "core/reader/text_table.h"
+#include "core/reader/texts.h"
 #include "core/search/driver.h"
 
 namespace suizo::reader {

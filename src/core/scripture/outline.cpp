@@ -12,7 +12,7 @@ namespace {
 constexpr int kNumberCol = 2;  // 法華No.: the column that makes the groups
 constexpr int kKeySpace = 32, kKeyEnter = 13;
 
-// A number as VB takes it for an index: rounded half to even.
+// A number taken as a row index: rounded half to even.
 int RowOf(std::u16string_view number) {
   const double value = std::nearbyint(text::Val(number));
   return value >= 0 && value <= 1e6 ? static_cast<int>(value) : 0;
@@ -213,13 +213,13 @@ void Outline::Command1() {
   if (const auto row = PlaceOf(to, n)) SelectRow(to, *row);
 }
 
-std::optional<reader::Position> Outline::SutraGo() const {
+std::optional<search::Position> Outline::SutraGo() const {
   const OutlineGrid& g = Grid(ShownGrid());
   if (g.Row < 1) return std::nullopt;
   const corpus::Table& hok = corpus_.table(corpus::TableId::Hok);
   const int lpos = RowOf(g.TextMatrix(g.Row, kNumberCol));
   if (lpos < 1 || lpos > hok.rows()) return std::nullopt;
-  return reader::Position{0, lpos, std::u16string(hok.Get(lpos, corpus::hok::kChapter))};
+  return search::Position{0, lpos, std::u16string(hok.Get(lpos, corpus::hok::kChapter))};
 }
 
 }  // namespace suizo::scripture

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "core/corpus/corpus.h"
-#include "core/reader/position.h"
+#include "core/reader/texts.h"
 
 namespace suizo::scripture {
 
@@ -135,7 +135,7 @@ class Outline {
   // `SutraGo`: the reader's row and chapter for the selected row of the grid
   // shown; the caller applies them, shows its reader and hides this window.
   // Nothing when the row names no row of `Hok`.
-  std::optional<reader::Position> SutraGo() const;
+  std::optional<search::Position> SutraGo() const;
 
  private:
   void Fill(int grid, const corpus::Table& table, const std::array<int, 3>& pages);

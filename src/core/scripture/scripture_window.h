@@ -37,8 +37,8 @@ class ScriptureWindow : public reader::Hooked<reader::TextView> {
     toastDue = reader_.engine().Kensaku(mode).toast;
     Hyouji();
   }
-  reader::Position Place() const override { return reader_.engine().pos; }
-  void SetPlace(const reader::Position& place) override { reader_.engine().pos = place; }
+  search::Position Place() const override { return reader_.engine().pos; }
+  void SetPlace(const search::Position& place) override { reader_.engine().pos = place; }
   int Muki1() const override { return reader_.Muki1; }
   void SetMuki1(int muki) override {
     if (muki == 1) {

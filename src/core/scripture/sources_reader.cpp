@@ -25,7 +25,7 @@ constexpr int kCompactChars = 26;
 SourcesReader::SourcesReader(corpus::Corpus& corpus, corpus::Selection& selection, corpus::Settings& settings,
                              corpus::NoteJournal* journal, int muki)
     : ScriptureReader(corpus, selection, settings, journal,
-                 (corpus.ReadData(6), reader::TextTable::Sources(corpus, selection)), muki) {
+                 (corpus.ReadData(6), search::TextTable::Sources(corpus, selection)), muki) {
   const corpus::ReaderPlace place = corpus::FindSourceReaderPlace(corpus, u"");
   engine_.pos = {place.Mpos, place.Lpos, {}};
 }
@@ -37,7 +37,7 @@ void SourcesReader::GoToLine(int lpos) {
 
 void SourcesReader::GoToWork(int mpos) {
   engine_.pos.Mpos = mpos;
-  engine_.pos.Lpos = reader::LineOrder::Sources(*corpus_).FirstLineOf(mpos);
+  engine_.pos.Lpos = search::LineOrder::Sources(*corpus_).FirstLineOf(mpos);
 }
 
 ReaderView SourcesReader::Hyouji() {
@@ -104,7 +104,7 @@ ReaderOutcome SourcesReader::KeyDownAll(int keyCode, int shift) {
   }
   if (keyCode != reader::key::kUp && keyCode != reader::key::kDown) return {};
   if (shift != reader::key::kCtrl) return LineKey(keyCode, shift);
-  const reader::LineOrder order = reader::LineOrder::Sources(*corpus_);
+  const search::LineOrder order = search::LineOrder::Sources(*corpus_);
   if (keyCode == reader::key::kUp) {
     if (Lpos() == order.FirstLineOf(Mpos()) && Mpos() > 1) --Mpos();
     Lpos() = order.FirstLineOf(Mpos());

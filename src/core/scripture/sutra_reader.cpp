@@ -21,7 +21,7 @@ constexpr int kMaxRows = 20;
 SutraReader::SutraReader(corpus::Corpus& corpus, corpus::Selection& selection, corpus::Settings& settings,
                          corpus::NoteJournal* journal, int muki)
     : ScriptureReader(corpus, selection, settings, journal,
-                 (corpus.ReadData(2), reader::TextTable::Sutra(corpus, selection)), muki) {
+                 (corpus.ReadData(2), search::TextTable::Sutra(corpus, selection)), muki) {
   GoToRow(1);
 }
 
@@ -86,7 +86,7 @@ reader::ReaderOutcome SutraReader::KeyDownAll(int keyCode, int shift) {
   }
   if (keyCode != reader::key::kUp && keyCode != reader::key::kDown) return {};
   if (shift != kCtrl) return LineKey(keyCode, shift);
-  reader::Position& p = engine_.pos;
+  search::Position& p = engine_.pos;
   if (keyCode == reader::key::kUp) {
     // To the chapter's first row, or the previous chapter's from a first row.
     if (p.Lpos <= 1) return Redraw();

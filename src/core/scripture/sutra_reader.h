@@ -13,7 +13,7 @@
 namespace suizo::scripture {
 
 // The first and the last chapter of the table: the walks stop there.
-inline constexpr std::u16string_view kFirstChapter = reader::kFirstChapter;
+inline constexpr std::u16string_view kFirstChapter = search::kFirstChapter;
 inline constexpr std::u16string_view kLastChapter = u"仏説観普賢菩薩行法経";
 
 class SutraReader : public ScriptureReader {

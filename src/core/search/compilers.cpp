@@ -4,10 +4,10 @@
 #include <stdexcept>
 
 #include "core/search/regex.h"
-#include "core/search/variants.h"
 #include "core/text/like.h"
 #include "core/text/sjis.h"
 #include "core/text/utf16.h"
+#include "core/text/variants.h"
 
 namespace suizo::search {
 namespace {
@@ -45,8 +45,8 @@ constexpr std::u16string_view kSigns = u"\\^$.|?*+()[]{}";
 
 // The length of the class "[" row "]" that opens `s`, or 0.
 std::size_t ClassLength(std::u16string_view s, int itaiji) {
-  const ItaijiRows& rows = ItaijiTbl();
-  const std::size_t limit = itaiji == 1 ? kItaijiLastRow : kItaijiAlwaysRows;
+  const text::ItaijiRows& rows = text::ItaijiTbl();
+  const std::size_t limit = itaiji == 1 ? text::kItaijiLastRow : text::kItaijiAlwaysRows;
   const std::u16string_view rest = s.substr(1);
   for (std::size_t r = 1; r <= limit; ++r) {
     const std::u16string& row = rows[r];
@@ -217,14 +217,14 @@ bool IsPlain(std::u16string_view fragment, int itaiji) {
 std::optional<WordQuery> WordQuery::Compile(std::u16string_view boxText, Method method,
                                             int itaiji) {
   const Frame& frame = FrameOf(method);
-  const std::u16string trimmed = SpaceTrim(boxText);
+  const std::u16string trimmed = text::SpaceTrim(boxText);
   const auto words = text::Split(trimmed, u" ");
   if (words.empty()) return std::nullopt;
 
   WordQuery query;
   query.sw_.assign(words.begin(), words.end());
-  SortSw(query.sw_);
-  for (auto& word : query.sw_) word = ItaijiPattern(word, itaiji);
+  text::SortSw(query.sw_);
+  for (auto& word : query.sw_) word = text::ItaijiPattern(word, itaiji);
 
   query.pattern_ = Framed(query.sw_, frame);
   try {
@@ -304,7 +304,7 @@ std::optional<SplitQuery> SplitQuery::Compile(std::u16string_view boxText, int d
                                               SearchWindow window, int itaiji) {
   if (divMode != 1 && divMode != 2) throw std::invalid_argument("split mode must be 1 or 2");
   const WindowRules rules = RulesOf(window);
-  std::u16string s = SpaceTrim(boxText);
+  std::u16string s = text::SpaceTrim(boxText);
   std::erase(s, u' ');
   if (divMode == 2) s = KanjiOnlyText(std::move(s), rules);
 
@@ -316,7 +316,7 @@ std::optional<SplitQuery> SplitQuery::Compile(std::u16string_view boxText, int d
 
   SplitQuery query;
   for (auto& entry : sw) {
-    entry = ItaijiPattern(entry, itaiji);
+    entry = text::ItaijiPattern(entry, itaiji);
     if (rules.sutra) {
       for (const auto& [placeholder, cls] : kPlaceholders) {
         if (entry == placeholder) entry = cls;

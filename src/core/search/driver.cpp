@@ -4,19 +4,17 @@
 #include <cmath>
 
 #include "core/corpus/schema.h"
-#include "core/search/variants.h"
 #include "core/text/numbers.h"
 #include "core/text/utf16.h"
+#include "core/text/variants.h"
 
 namespace suizo::search {
-
-using reader::Position;
 
 namespace {
 constexpr int kAhead = 6;
 }  // namespace
 
-SearchEngine::SearchEngine(reader::TextTable table, corpus::Settings& settings)
+SearchEngine::SearchEngine(TextTable table, corpus::Settings& settings)
     : table_(std::move(table)), settings_(&settings), Sr(1) {}
 
 // --- hits ---
@@ -101,12 +99,12 @@ void SearchEngine::KensakuWord() {
   Label3Colour = kWordColour;
 
   const int column = table_.PaneColumn(Srk);
-  const bool bothMains = table_.kind() == reader::TextKind::Writings && Srk == 0;
+  const bool bothMains = table_.kind() == TextKind::Writings && Srk == 0;
   Scan([&](const Position& p) {
     const bool hit = query->Matches(table_.Text(p.Lpos, column)) ||
-                     (bothMains && query->Matches(table_.Text(p.Lpos, reader::TextTable::kSecondMainColumn)));
+                     (bothMains && query->Matches(table_.Text(p.Lpos, TextTable::kSecondMainColumn)));
     if (hit && table_.InScope(p.Lpos)) Record(p);
-  }, bothMains ? reader::TextTable::kSecondMainColumn : -1);
+  }, bothMains ? TextTable::kSecondMainColumn : -1);
   Finish(remembered);
 }
 

@@ -15,8 +15,8 @@
 #include <vector>
 
 #include "core/corpus/settings.h"
-#include "core/reader/position.h"
-#include "core/reader/text_table.h"
+#include "core/search/position.h"
+#include "core/search/text_table.h"
 #include "core/search/compilers.h"
 
 namespace suizo::search {
@@ -76,7 +76,7 @@ class SearchEngine {
  public:
   // `settings` is shared by every window: `Itaiji`, and `AutoDiv`, which a
   // replay of the stack switches off for its own time.
-  SearchEngine(reader::TextTable table, corpus::Settings& settings);
+  SearchEngine(TextTable table, corpus::Settings& settings);
 
   // --- the window's controls and position, as the window sets them ---
   std::u16string Combo1;                // the box
@@ -85,7 +85,7 @@ class SearchEngine {
   bool Limit = false;                   // searches and moves stay in the work
   Method SrMethod = Method::And;
   int DivMode = 0;                      // set by the caller just before `Kensaku`
-  reader::Position pos;                 // `Mpos` and `Lpos` (and the sutra's chapter)
+  Position pos;                 // `Mpos` and `Lpos` (and the sutra's chapter)
   int HitListPage = 0;                  // the hit list window's `Page`
 
   // --- routines ---
@@ -122,7 +122,7 @@ class SearchEngine {
   int Swn = 0;
   // Hit i (from 1): column 0 `Mpos`, column 1 `Lpos`.
   int getSr(int i, int j) const;
-  const reader::Position& Hit(int i) const { return Sr[static_cast<std::size_t>(i)]; }
+  const Position& Hit(int i) const { return Sr[static_cast<std::size_t>(i)]; }
   int getSrf(int lpos) const;
   int Srn = 0;
   int SrnPos = 0;
@@ -146,13 +146,13 @@ class SearchEngine {
   int LastDivMode() const { return lastDivMode_; }
   Method LastMethod() const { return lastMethod_; }
 
-  const reader::TextTable& table() const { return table_; }
+  const TextTable& table() const { return table_; }
 
  private:
   void ClearHitList();
-  void Record(const reader::Position& p);
+  void Record(const Position& p);
   void DropHits();
-  void Finish(const reader::Position& remembered);
+  void Finish(const Position& remembered);
   void KensakuWord();
   void KensakuDiv();
   // The scan over the rows in reading order; `test` gives a row's verdict
@@ -161,11 +161,11 @@ class SearchEngine {
   void Scan(Test&& test, int secondColumn = -1);
   void UpdateGauge();
 
-  reader::TextTable table_;
+  TextTable table_;
   corpus::Settings* settings_;
   std::vector<std::u16string> Sw;
   std::u16string pattern_;
-  std::vector<reader::Position> Sr;      // element 0 unused
+  std::vector<Position> Sr;      // element 0 unused
   std::vector<std::uint8_t> Srf;         // indexed by `Lpos`
   std::vector<std::uint8_t> refineFlag_;
   std::array<RefineLevel, kRefineLevels> stack_;

@@ -1,6 +1,6 @@
-// The wildcard operator `Like`, read as the classic Basic operator under
-// binary comparison. Text and pattern are UTF-16 units (the corpus lies in
-// the basic plane, so a unit is a character).
+// The wildcard operator `Like` under binary comparison. Text and pattern
+// are UTF-16 units (the corpus lies in the basic plane, so a unit is a
+// character).
 //
 // Rules:
 // - The whole text must match. Units are compared by code: case matters and

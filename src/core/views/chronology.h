@@ -27,7 +27,7 @@ namespace suizo::views {
 inline constexpr std::u16string_view kChronologyCaption = u"年表";
 inline constexpr std::u16string_view kChronologySection = u"@年表";
 
-// Colours are the program's BGR numbers; the text gives them as RGB.
+// Colours are kept as BGR numbers; they are written here as RGB, as one reads them.
 constexpr std::uint32_t Bgr(std::uint32_t rgb) {
   return (rgb & 0xFFu) << 16 | (rgb & 0xFF00u) | (rgb >> 16 & 0xFFu);
 }
@@ -66,7 +66,7 @@ inline constexpr double kHeaderRow = 500;
 // Column 9 of an event whose document the selection does not show.
 inline constexpr std::u16string_view kBlank = u"  ------ ";
 
-// Visual Basic key codes the window hands on.
+// The key codes the window hands on (Windows virtual-key numbers).
 inline constexpr int kKeyEnter = 13;
 inline constexpr int kKeySpace = 32;
 inline constexpr int kKeyLeft = 37;

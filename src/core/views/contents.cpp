@@ -5,9 +5,9 @@
 #include "core/corpus/orders.h"
 #include "core/reader/reader_base.h"
 #include "core/search/compilers.h"
-#include "core/search/variants.h"
 #include "core/text/numbers.h"
 #include "core/text/utf16.h"
+#include "core/text/variants.h"
 
 namespace suizo::views {
 namespace {
@@ -242,7 +242,7 @@ int Contents::getSrf(int mpos) const {
 }
 
 search::Outcome Contents::Kensaku(int mode) {
-  if (search::SpaceTrim(Combo1).empty()) mode = 1;
+  if (text::SpaceTrim(Combo1).empty()) mode = 1;
   if (mode > 0) Combo1.clear();
   search::RememberSearch(Combo, Combo1);
   label3Back_ = search::kButtonFace;

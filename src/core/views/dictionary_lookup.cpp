@@ -7,9 +7,9 @@
 #include "core/corpus/schema.h"
 #include "core/search/compilers.h"
 #include "core/search/regex.h"
-#include "core/search/variants.h"
 #include "core/text/sjis.h"
 #include "core/text/utf16.h"
+#include "core/text/variants.h"
 
 namespace suizo::views {
 namespace {
@@ -226,11 +226,11 @@ DicLookupResult DictionaryLookup::KensakuDic(std::u16string_view boxText, int sr
   DicLookupResult r;
   Lookup lk;
   lk.log = &r.log;
-  lk.W = search::SpaceTrim(boxText);
+  lk.W = text::SpaceTrim(boxText);
   // A box of blanks holds no word.
   if (lk.W.find_first_not_of(u' ') == npos) return r;
   if (std::any_of(lk.W.begin(), lk.W.end(), IsOpen)) {
-    lk.O = search::SpaceTrim(WithoutParens(lk.W));
+    lk.O = text::SpaceTrim(WithoutParens(lk.W));
     if (lk.O.find_first_not_of(u' ') == npos) lk.O.clear();
   }
   lk.PW = search::WordQuery::Compile(lk.W, search::Method::And, itaiji_);

@@ -13,7 +13,7 @@
 #include "app_test.h"
 #include "core/corpus/orders.h"
 #include "core/corpus/schema.h"
-#include "core/reader/position.h"
+#include "core/reader/texts.h"
 #include "dialogs/sample_corpus.h"
 
 namespace suizo::apptest {
@@ -60,12 +60,12 @@ class BookmarkWindowTest : public QObject {
     corpus::ApplySelection(Data(), sample->selection);
   }
   int FirstLine(int mpos) const {
-    return reader::LineOrder::Writings(*sample->corpus).FirstLineOf(mpos);
+    return search::LineOrder::Writings(*sample->corpus).FirstLineOf(mpos);
   }
   std::u16string_view DatAt(int lpos, int field) {
     return Data().Dat().Get(Data().DatOrder[static_cast<std::size_t>(lpos)], field);
   }
-  std::unique_ptr<BookmarkWindow> Open(const reader::Position& place, bool answer,
+  std::unique_ptr<BookmarkWindow> Open(const search::Position& place, bool answer,
                                        QPoint mov = {200, 150}) {
     auto dialog = std::make_unique<BookmarkWindow>(BookmarkKind::Writings, *file, Data(),
                                                    sample->selection, place, *store, mov);
@@ -148,7 +148,7 @@ class BookmarkWindowTest : public QObject {
 
   void aWriteKeepsThePlaceAndItsTexts() {
     Choose(22);
-    const reader::Position place{2, FirstLine(2) + 1, {}};
+    const search::Position place{2, FirstLine(2) + 1, {}};
     auto d = Open(place, true);
     QVERIFY(d);
     Click(d.get(), "Bm_4");
@@ -177,7 +177,7 @@ class BookmarkWindowTest : public QObject {
   void aReadUnderAnotherCollectionSwitchesToItFirst() {
     // Kept while reading 定本.
     Choose(22);
-    const reader::Position place{3, FirstLine(3) + 1, {}};
+    const search::Position place{3, FirstLine(3) + 1, {}};
     const std::u16string title(DatAt(place.Lpos, 6));
     {
       auto d = Open(place, true);

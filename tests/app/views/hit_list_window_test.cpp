@@ -11,9 +11,9 @@
 
 #include "app/views/hit_list_window.h"
 #include "app_test.h"
-#include "pane_eval.h"
-#include "core/reader/text_table.h"
+#include "core/reader/texts.h"
 #include "dialogs/sample_corpus.h"
+#include "pane_eval.h"
 
 namespace suizo::apptest {
 
@@ -91,7 +91,7 @@ class HitListWindowTest : public QObject {
     settings = corpus::Settings{};
     settings.DispN = 3;  // 50 a page
     engine = std::make_unique<search::SearchEngine>(
-        reader::TextTable::Writings(*sample->corpus, sample->selection), settings);
+        search::TextTable::Writings(*sample->corpus, sample->selection), settings);
     engine->Combo1 = kWord;
     engine->Kensaku(0);
     highlighter = std::make_unique<reader::Highlighter>(*engine, settings.Itaiji);

@@ -364,7 +364,7 @@ class WritingsFormTest : public QObject {
     choose(22);
     form->reader().GoToWork(3);
     form->window().Hyouji();
-    const reader::Position kept = form->window().Place();
+    const search::Position kept = form->window().Place();
     const auto inDialog = [](const char* row, const char* command) {
       QTimer::singleShot(0, [row, command] {
         QWidget* dialog = QApplication::activeModalWidget();

@@ -1,9 +1,9 @@
-#include "core/reader/position.h"
+#include "core/search/position.h"
 
 #include "core/text/numbers.h"
 #include "core/text/utf16.h"
 
-namespace suizo::reader {
+namespace suizo::search {
 
 using corpus::Table;
 
@@ -72,4 +72,4 @@ void SutraDown(const Table& hok, Position& p, bool limit) {
   }
 }
 
-}  // namespace suizo::reader
+}  // namespace suizo::search

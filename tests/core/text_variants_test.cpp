@@ -1,4 +1,4 @@
-#include "core/search/variants.h"
+#include "core/text/variants.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 
 #include "core/text/sjis.h"
 
-namespace suizo::search {
+namespace suizo::text {
 namespace {
 
 constexpr int kOn = 1;
@@ -191,4 +191,4 @@ TEST(SortSw, ExchangesByFallingLength) {
 }
 
 }  // namespace
-}  // namespace suizo::search
+}  // namespace suizo::text

@@ -9,7 +9,7 @@
 
 #include "core/corpus/corpus.h"
 
-namespace suizo::reader {
+namespace suizo::search {
 
 struct Position {
   int Mpos = 0;  // place in the work list (the writings, the sources)
@@ -50,4 +50,4 @@ inline constexpr std::u16string_view kFirstChapter = u"徳行品第一";
 void SutraUp(const corpus::Table& hok, Position& p, bool limit);
 void SutraDown(const corpus::Table& hok, Position& p, bool limit);
 
-}  // namespace suizo::reader
+}  // namespace suizo::search

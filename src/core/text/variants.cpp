@@ -1,4 +1,4 @@
-#include "core/search/variants.h"
+#include "core/text/variants.h"
 
 #include <algorithm>
 #include <iterator>
@@ -7,11 +7,11 @@
 #include "core/text/sjis.h"
 #include "core/text/utf16.h"
 
-namespace suizo::search {
+namespace suizo::text {
 namespace {
 
 constexpr std::u16string_view kListedRows[] = {
-#include "core/search/variant_rows.inc"
+#include "core/text/variant_rows.inc"
 };
 static_assert(std::size(kListedRows) == kItaijiLastRow + 1);
 
@@ -132,4 +132,4 @@ void SortSw(std::vector<std::u16string>& sw) {
   }
 }
 
-}  // namespace suizo::search
+}  // namespace suizo::text

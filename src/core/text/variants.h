@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace suizo::search {
+namespace suizo::text {
 
 // Chr(255), the separator of the split search's character list, as a Japanese
 // system reads it: code page 932 maps the lone byte 0xFF to U+F8F3. No corpus
@@ -39,4 +39,4 @@ std::u16string SpaceTrim(std::u16string_view text);
 // and the highlighter take the words in the order it leaves, ties included.
 void SortSw(std::vector<std::u16string>& sw);
 
-}  // namespace suizo::search
+}  // namespace suizo::text

@@ -1,8 +1,8 @@
-#include "core/reader/text_table.h"
+#include "core/search/text_table.h"
 
 #include <algorithm>
 
-namespace suizo::reader {
+namespace suizo::search {
 
 using corpus::Corpus;
 using corpus::Selection;
@@ -23,13 +23,13 @@ TextTable TextTable::Writings(const Corpus& c, const Selection& s) { return {Tex
 TextTable TextTable::Sutra(const Corpus& c, const Selection& s) { return {TextKind::Sutra, c, s}; }
 TextTable TextTable::Sources(const Corpus& c, const Selection& s) { return {TextKind::Sources, c, s}; }
 
-search::SearchWindow TextTable::searchWindow() const {
+SearchWindow TextTable::searchWindow() const {
   switch (kind_) {
-    case TextKind::Writings: return search::SearchWindow::Writings;
-    case TextKind::Sutra: return search::SearchWindow::Sutra;
-    case TextKind::Sources: return search::SearchWindow::Sources;
+    case TextKind::Writings: return SearchWindow::Writings;
+    case TextKind::Sutra: return SearchWindow::Sutra;
+    case TextKind::Sources: return SearchWindow::Sources;
   }
-  return search::SearchWindow::Writings;
+  return SearchWindow::Writings;
 }
 
 int TextTable::PaneColumn(int tab) const {
@@ -95,7 +95,7 @@ void TextTable::Up(Position& p, bool limit) const {
   if (kind_ == TextKind::Sutra) {
     SutraUp(corpus_->table(corpus::TableId::Hok), p, limit);
   } else {
-    reader::Up(order_, p, limit);
+    search::Up(order_, p, limit);
   }
 }
 
@@ -103,7 +103,7 @@ void TextTable::Down(Position& p, bool limit) const {
   if (kind_ == TextKind::Sutra) {
     SutraDown(corpus_->table(corpus::TableId::Hok), p, limit);
   } else {
-    reader::Down(order_, p, limit);
+    search::Down(order_, p, limit);
   }
 }
 
@@ -134,4 +134,4 @@ std::u16string_view TextTable::PageText(int lpos, int column) const { return Dat
 
 std::u16string_view TextTable::PageClass(int lpos) const { return DatText(lpos, corpus::dat::kClass); }
 
-}  // namespace suizo::reader
+}  // namespace suizo::search

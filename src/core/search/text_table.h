@@ -9,10 +9,10 @@
 
 #include "core/corpus/corpus.h"
 #include "core/corpus/selection.h"
-#include "core/reader/position.h"
+#include "core/search/position.h"
 #include "core/search/compilers.h"
 
-namespace suizo::reader {
+namespace suizo::search {
 
 enum class TextKind { Writings, Sutra, Sources };
 
@@ -23,7 +23,7 @@ class TextTable {
   static TextTable Sources(const corpus::Corpus& corpus, const corpus::Selection& selection);
 
   TextKind kind() const { return kind_; }
-  search::SearchWindow searchWindow() const;
+  SearchWindow searchWindow() const;
 
   // The tabs of the reader, 11 or 4, and the column each shows and searches.
   int Tabs() const { return kind_ == TextKind::Writings ? 11 : 4; }
@@ -94,4 +94,4 @@ class TextTable {
   LineOrder order_;  // the reader's own: the writings or the sources; unused by the sutra
 };
 
-}  // namespace suizo::reader
+}  // namespace suizo::search
