@@ -17,10 +17,10 @@
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using suizo::corpus::Corpus;
-using suizo::corpus::TableId;
 using suizo::bench::ExportBytes;
 using suizo::bench::FullCorpus;
+using suizo::corpus::Corpus;
+using suizo::corpus::TableId;
 
 void BM_ReadDataFirst(benchmark::State& state) {
   std::map<std::string, double> perTable;
@@ -82,4 +82,6 @@ BENCHMARK(BM_TranscodeExports)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
-int main(int argc, char** argv) { return suizo::bench::RunBenchmarks(argc, argv); }
+int main(int argc, char** argv) {
+  return suizo::bench::RunBenchmarks(argc, argv);
+}

@@ -22,14 +22,17 @@ void WriteCorpus(const std::filesystem::path& folder, int percent) {
 
 const std::filesystem::path& FullCorpus() {
   static const std::filesystem::path folder = [] {
-    auto path = std::filesystem::temp_directory_path() / ("suizo-bench-" + std::to_string(::getpid()));
+    auto path =
+        std::filesystem::temp_directory_path() / ("suizo-bench-" + std::to_string(::getpid()));
     WriteCorpus(path, 100);
     return path;
   }();
   return folder;
 }
 
-void RemoveFullCorpus() { std::filesystem::remove_all(FullCorpus()); }
+void RemoveFullCorpus() {
+  std::filesystem::remove_all(FullCorpus());
+}
 
 int RunBenchmarks(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);

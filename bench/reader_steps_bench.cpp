@@ -1,17 +1,17 @@
 // Key steps through vertical pages in the reader window on the full-scale
 // corpus: each is timed from the key to both panes holding the new page and
 // laid out. Run headless: xvfb-run -a build/release/bench/reader_steps_bench
+#include <benchmark/benchmark.h>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QKeyEvent>
-#include <benchmark/benchmark.h>
 #include <cstdio>
 
 #include "app/corpus/program.h"
 #include "app/platform/web_engine_setup.h"
 #include "app/views/writings_form.h"
-#include "full_corpus.h"
 #include "core/corpus/settings.h"
+#include "full_corpus.h"
 
 namespace {
 
@@ -77,10 +77,12 @@ int main(int argc, char** argv) {
   int status = 1;
   {
     suizo::app::Program program(suizo::bench::FullCorpus(), store, u"0.1.0");
-    program.showError = [](const QString& message) { std::fprintf(stderr, "%s\n", qPrintable(message)); };
+    program.showError = [](const QString& message) {
+      std::fprintf(stderr, "%s\n", qPrintable(message));
+    };
     if (program.Start()) {
       const auto jump = program.navigator().GoHonbun(u"", 1, 0, suizo::search::Method::And, 1,
-                                                      suizo::reader::kWritingsFamily);
+                                                     suizo::reader::kWritingsFamily);
       for (QWidget* w : QApplication::topLevelWidgets()) {
         auto* form = qobject_cast<suizo::app::WritingsForm*>(w);
         if (form != nullptr && &form->window() == jump.window) reader = form;

@@ -74,10 +74,14 @@ void BM_RenderVertical(benchmark::State& state) {
     benchmark::DoNotOptimize(view.panes[1].body.data());
   }
   state.counters["lines"] = lines;
-  state.SetLabel(state.range(0) == 0 ? "default meter" : state.range(0) == 35 ? "main text only" : "with translation");
+  state.SetLabel(state.range(0) == 0    ? "default meter"
+                 : state.range(0) == 35 ? "main text only"
+                                        : "with translation");
 }
 BENCHMARK(BM_RenderVertical)->Unit(benchmark::kMicrosecond)->Arg(0)->Arg(24)->Arg(35);
 
 }  // namespace
 
-int main(int argc, char** argv) { return suizo::bench::RunBenchmarks(argc, argv); }
+int main(int argc, char** argv) {
+  return suizo::bench::RunBenchmarks(argc, argv);
+}

@@ -26,7 +26,8 @@ constexpr Query kQueries[] = {
     {u"読誦の功徳をよろこび", Method::And, 1},  // ten distinct characters
     {u"功徳莫大", Method::And, 1},
 };
-constexpr const char* kNames[] = {"and_2_words", "or_3_words", "not_1_word", "split_10_chars", "split_4_chars"};
+constexpr const char* kNames[] = {"and_2_words", "or_3_words", "not_1_word", "split_10_chars",
+                                  "split_4_chars"};
 
 void BM_SearchWritings(benchmark::State& state) {
   suizo::corpus::Corpus& corpus = suizo::bench::ConvertedStore({0, 6});
@@ -75,4 +76,6 @@ BENCHMARK(BM_WalkWritings)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
-int main(int argc, char** argv) { return suizo::bench::RunBenchmarks(argc, argv); }
+int main(int argc, char** argv) {
+  return suizo::bench::RunBenchmarks(argc, argv);
+}

@@ -30,8 +30,8 @@
 #include <tuple>
 #include <vector>
 
-#include "core/corpus/import.h"
 #include "core/corpus/file_io.h"
+#include "core/corpus/import.h"
 #include "core/corpus/orders.h"
 #include "core/corpus/schema.h"
 #include "core/corpus/settings.h"
@@ -61,7 +61,9 @@ using Clock = std::chrono::steady_clock;
 constexpr int kStartGroups[] = {0, 1, 2, 6};
 int gRuns = 7;
 
-double Ms(Clock::duration d) { return std::chrono::duration<double, std::milli>(d).count(); }
+double Ms(Clock::duration d) {
+  return std::chrono::duration<double, std::milli>(d).count();
+}
 
 // The median of `runs` timings of `work`, in milliseconds.
 double Median(int runs, const std::function<void()>& work) {
@@ -77,7 +79,8 @@ double Median(int runs, const std::function<void()>& work) {
 
 // Two ways of the same work, timed in turn so that a slow moment of a shared
 // machine falls on both: the medians of each.
-std::pair<double, double> Paired(int runs, const std::function<void()>& a, const std::function<void()>& b) {
+std::pair<double, double> Paired(int runs, const std::function<void()>& a,
+                                 const std::function<void()>& b) {
   std::vector<double> ta, tb;
   for (int i = 0; i < runs; ++i) {
     auto start = Clock::now();
@@ -152,7 +155,8 @@ Ran Run(const std::vector<std::string>& args, bool keepOutput) {
   posix_spawn_file_actions_destroy(&actions);
   ::close(pipeFds[1]);
   char buffer[4096];
-  for (ssize_t n; (n = ::read(pipeFds[0], buffer, sizeof buffer)) > 0;) ran.out.append(buffer, static_cast<std::size_t>(n));
+  for (ssize_t n; (n = ::read(pipeFds[0], buffer, sizeof buffer)) > 0;)
+    ran.out.append(buffer, static_cast<std::size_t>(n));
   ::close(pipeFds[0]);
   if (spawned != 0) return ran;
   int status = 0;
@@ -214,19 +218,23 @@ std::string Fixed(double v, int digits = 1) {
   std::snprintf(text, sizeof text, "%.*f", digits, v);
   return text;
 }
-std::string MsText(double ms) { return ms < 10 ? Fixed(ms, 2) + " ms" : Fixed(ms, 1) + " ms"; }
+std::string MsText(double ms) {
+  return ms < 10 ? Fixed(ms, 2) + " ms" : Fixed(ms, 1) + " ms";
+}
 
 void Print(const std::string& title, const std::vector<Row>& rows,
            const std::string& header = "| what | figure | measured against | ratio | goal |") {
   std::cout << "\n### " << title << "\n\n" << header << "\n|---|---|---|---|---|\n";
   for (const Row& r : rows) {
-    std::cout << "| " << r.what << " | " << r.figure << " | " << r.against << " | " << r.ratio << " | " << r.goal
-              << " |\n";
+    std::cout << "| " << r.what << " | " << r.figure << " | " << r.against << " | " << r.ratio
+              << " | " << r.goal << " |\n";
   }
   std::cout.flush();
 }
 
-std::string Verdict(bool met) { return met ? "met" : "**missed**"; }
+std::string Verdict(bool met) {
+  return met ? "met" : "**missed**";
+}
 
 // --- the corpus ---
 
@@ -376,7 +384,8 @@ double ColdLookupsMs(const Store& s, const std::vector<std::u16string>& picks) {
 }
 
 // A benchmark of another program of the suite, by name, from its JSON.
-std::optional<double> BenchFigure(const std::vector<std::string>& command, const std::string& name) {
+std::optional<double> BenchFigure(const std::vector<std::string>& command,
+                                  const std::string& name) {
   const Ran ran = Run(command, true);
   if (ran.status != 0) return std::nullopt;
   const std::regex figure("\"name\": \"" + name + "\"[^}]*?\"real_time\": ([0-9.e+-]+)");
@@ -422,8 +431,8 @@ std::string Machine() {
   utsname u{};
   ::uname(&u);
   std::ostringstream out;
-  out << cpu << ", " << std::thread::hardware_concurrency() << " threads, " << memKb / 1024 / 1024 << " GiB; "
-      << u.sysname << " " << u.release << "; " << __VERSION__;
+  out << cpu << ", " << std::thread::hardware_concurrency() << " threads, " << memKb / 1024 / 1024
+      << " GiB; " << u.sysname << " " << u.release << "; " << __VERSION__;
   return out.str();
 }
 
@@ -467,9 +476,11 @@ int Main(int argc, char** argv) {
   std::vector<std::string> cat = {"cat"};
   for (const auto& f : startFiles) cat.push_back(f.string());
   const Ran catRun = RunMedian(gRuns, cat, false);
-  rows.push_back({"load of groups 0, 1, 2, 6 (" + Fixed(static_cast<double>(startBytes) / 1e6) + " MB of .dax)",
-                  MsText(load), "read loop " + MsText(readLoop) + "; `cat` to /dev/null " + MsText(catRun.ms),
-                  Fixed(load / readLoop, 2) + "× the read loop", "≤ 3×: " + Verdict(load <= 3 * readLoop)});
+  rows.push_back(
+      {"load of groups 0, 1, 2, 6 (" + Fixed(static_cast<double>(startBytes) / 1e6) +
+           " MB of .dax)",
+       MsText(load), "read loop " + MsText(readLoop) + "; `cat` to /dev/null " + MsText(catRun.ms),
+       Fixed(load / readLoop, 2) + "× the read loop", "≤ 3×: " + Verdict(load <= 3 * readLoop)});
 
   // Conversion against transcoding alone.
   std::cerr << "conversion...\n";
@@ -480,9 +491,10 @@ int Main(int argc, char** argv) {
     exportBytes += static_cast<std::int64_t>(fs::file_size(f));
   }
   const Ran iconvRun = RunMedian(3, iconv, false);
-  rows.push_back({"full conversion .dat → .dax (" + Fixed(static_cast<double>(exportBytes) / 1e6) + " MB)",
-                  MsText(full.convertMs), "`iconv -f CP932 -t UTF-16LE` " + MsText(iconvRun.ms),
-                  Fixed(full.convertMs / iconvRun.ms, 2) + "×", "≤ 5 s: " + Verdict(full.convertMs <= 5000)});
+  rows.push_back(
+      {"full conversion .dat → .dax (" + Fixed(static_cast<double>(exportBytes) / 1e6) + " MB)",
+       MsText(full.convertMs), "`iconv -f CP932 -t UTF-16LE` " + MsText(iconvRun.ms),
+       Fixed(full.convertMs / iconvRun.ms, 2) + "×", "≤ 5 s: " + Verdict(full.convertMs <= 5000)});
 
   // Word search against the line tools on the same text.
   std::cerr << "word search...\n";
@@ -492,17 +504,19 @@ int Main(int argc, char** argv) {
     const EngineRun engine = EngineSearch(full, w.box, w.method, 0);
     const auto query = search::WordQuery::Compile(w.box, w.method, 1);
     const std::string pattern = text::ToUtf8(query->pattern());
-    const Ran grep = RunMedian(gRuns, {"pcre2grep", "-u", "-c", "-e", pattern, lines.string()}, true);
-    std::string against = "`pcre2grep` " + MsText(grep.ms) + " (" + std::to_string(std::atoi(grep.out.c_str())) +
-                          " lines)";
+    const Ran grep =
+        RunMedian(gRuns, {"pcre2grep", "-u", "-c", "-e", pattern, lines.string()}, true);
+    std::string against = "`pcre2grep` " + MsText(grep.ms) + " (" +
+                          std::to_string(std::atoi(grep.out.c_str())) + " lines)";
     if (haveRg) {
       const Ran rg = RunMedian(gRuns, {"rg", "-P", "-c", "-e", pattern, lines.string()}, true);
       against += "; `rg -P` " + MsText(rg.ms);
     }
-    rows.push_back({std::string("word search, ") + w.name + ", pane 0, " + std::to_string(full.corpus->DasMaxY) +
-                        " lines",
+    rows.push_back({std::string("word search, ") + w.name + ", pane 0, " +
+                        std::to_string(full.corpus->DasMaxY) + " lines",
                     MsText(engine.ms) + " (" + std::to_string(engine.hits) + " rows)", against,
-                    Fixed(engine.ms / grep.ms, 2) + "× pcre2grep", "≤ 1×: " + Verdict(engine.ms <= grep.ms)});
+                    Fixed(engine.ms / grep.ms, 2) + "× pcre2grep",
+                    "≤ 1×: " + Verdict(engine.ms <= grep.ms)});
   }
 
   // Split search against the simple wildcard test.
@@ -511,8 +525,9 @@ int Main(int argc, char** argv) {
                                                 u"衆生の心を見まゐらせ題目の声はいかにも尊し"};
   for (const std::u16string& box : splits) {
     const auto [engine, naive] = SplitAgainstNaive(full, box);
-    rows.push_back({"split search of " + std::to_string(box.size()) + " characters", MsText(engine.ms),
-                    "wildcard test per character " + MsText(naive.ms), Fixed(naive.ms / engine.ms, 1) + "× faster",
+    rows.push_back({"split search of " + std::to_string(box.size()) + " characters",
+                    MsText(engine.ms), "wildcard test per character " + MsText(naive.ms),
+                    Fixed(naive.ms / engine.ms, 1) + "× faster",
                     "≥ 5×: " + Verdict(naive.ms >= 5 * engine.ms)});
   }
 
@@ -555,9 +570,9 @@ int Main(int argc, char** argv) {
     full.selection.Gk = 0;
     full.selection.MokRedo = 1;
     corpus::ApplySelection(*full.corpus, full.selection);
-    rows.push_back({"placement of a collection (`ConvMok`), each collection", "worst " + MsText(worst) + " (" +
-                        worstName + ")",
-                    "none", "", "< 20 ms: " + Verdict(worst < 20)});
+    rows.push_back({"placement of a collection (`ConvMok`), each collection",
+                    "worst " + MsText(worst) + " (" + worstName + ")", "none", "",
+                    "< 20 ms: " + Verdict(worst < 20)});
   }
 
   // A change of collection with five windows open.
@@ -566,23 +581,27 @@ int Main(int argc, char** argv) {
     corpus::Settings settings;
     std::unique_ptr<reader::Navigator> navigator;
     const views::DictionaryLookup lookup(*full.corpus, 1);
-    reader::WindowRegistry windows([&](reader::FormKind kind) -> std::unique_ptr<reader::OpenWindow> {
-      switch (kind) {
-        case reader::FormKind::Form9:
-          return std::make_unique<views::ContentsWindow>(views::ContentsKind::Writings, *full.corpus,
-                                                         full.selection, settings);
-        case reader::FormKind::Form2:
-          return std::make_unique<reader::WritingsWindow>(*full.corpus, full.selection, settings, *navigator);
-        case reader::FormKind::Form5:
-          return std::make_unique<views::RecordWindow>(*full.corpus, full.selection, settings);
-        case reader::FormKind::Form12:
-          return std::make_unique<views::ChronologyWindow>(*full.corpus, full.selection, settings);
-        case reader::FormKind::Form6:
-          return std::make_unique<views::DictionaryWindow>(*full.corpus, full.selection, settings, lookup);
-        default:
-          return nullptr;
-      }
-    });
+    reader::WindowRegistry windows(
+        [&](reader::FormKind kind) -> std::unique_ptr<reader::OpenWindow> {
+          switch (kind) {
+            case reader::FormKind::Form9:
+              return std::make_unique<views::ContentsWindow>(
+                  views::ContentsKind::Writings, *full.corpus, full.selection, settings);
+            case reader::FormKind::Form2:
+              return std::make_unique<reader::WritingsWindow>(*full.corpus, full.selection,
+                                                              settings, *navigator);
+            case reader::FormKind::Form5:
+              return std::make_unique<views::RecordWindow>(*full.corpus, full.selection, settings);
+            case reader::FormKind::Form12:
+              return std::make_unique<views::ChronologyWindow>(*full.corpus, full.selection,
+                                                               settings);
+            case reader::FormKind::Form6:
+              return std::make_unique<views::DictionaryWindow>(*full.corpus, full.selection,
+                                                               settings, lookup);
+            default:
+              return nullptr;
+          }
+        });
     navigator = std::make_unique<reader::Navigator>(*full.corpus, windows);
     windows.Single(reader::FormKind::Form9);
     navigator->GoHonbun(u"", 40, 0, search::Method::And, 0, reader::kWritingsFamily);
@@ -608,17 +627,22 @@ int Main(int argc, char** argv) {
     full.selection.Gk = 0;
     full.selection.MokRedo = 1;
     views::ConvSui(*full.corpus, full.selection, windows);
-    rows.push_back({"`ConvSui` with five windows, each collection", "worst " + MsText(worst) + " (" + worstName + ")",
+    rows.push_back({"`ConvSui` with five windows, each collection",
+                    "worst " + MsText(worst) + " (" + worstName + ")",
                     "none (ms each: " + each + ")", "", "< 50 ms: " + Verdict(worst < 50)});
   }
 
   // The page and the window, from their own benchmarks.
   std::cerr << "page render and window step...\n";
   const fs::path render = benchDir / "render_bench";
-  for (const auto& [name, what] : {std::pair<std::string, std::string>{"BM_RenderVertical/24", "vertical page render (24 columns)"},
-                                    {"BM_RenderHorizontalWithHits", "horizontal page render with hits"}}) {
-    if (const auto page = BenchFigure({render.string(), "--benchmark_filter=" + name, "--benchmark_format=json"}, name)) {
-      rows.push_back({what, Fixed(*page, 0) + " µs", "none", "", "< 2 ms: " + Verdict(*page < 2000)});
+  for (const auto& [name, what] :
+       {std::pair<std::string, std::string>{"BM_RenderVertical/24",
+                                            "vertical page render (24 columns)"},
+        {"BM_RenderHorizontalWithHits", "horizontal page render with hits"}}) {
+    if (const auto page = BenchFigure(
+            {render.string(), "--benchmark_filter=" + name, "--benchmark_format=json"}, name)) {
+      rows.push_back(
+          {what, Fixed(*page, 0) + " µs", "none", "", "< 2 ms: " + Verdict(*page < 2000)});
     } else {
       rows.push_back({what, "not run: " + render.string() + " failed", "", "", ""});
     }
@@ -630,12 +654,15 @@ int Main(int argc, char** argv) {
     stepCommand.insert(stepCommand.begin(), {"xvfb-run", "-a", "-s", "-screen 0 1600x1000x24"});
   }
   if (!fs::exists(steps)) {
-    rows.push_back({"key step in the vertical reader window", "not built (no desktop program)", "", "", ""});
-  } else if (const auto step = BenchFigure(stepCommand, "BM_VerticalPageStep/iterations:200/manual_time")) {
-    rows.push_back({"key step in the vertical reader window, to both panes laid out", MsText(*step), "none", "",
-                    "< 30 ms: " + Verdict(*step < 30)});
+    rows.push_back(
+        {"key step in the vertical reader window", "not built (no desktop program)", "", "", ""});
+  } else if (const auto step =
+                 BenchFigure(stepCommand, "BM_VerticalPageStep/iterations:200/manual_time")) {
+    rows.push_back({"key step in the vertical reader window, to both panes laid out", MsText(*step),
+                    "none", "", "< 30 ms: " + Verdict(*step < 30)});
   } else {
-    rows.push_back({"key step in the vertical reader window", "not run: " + steps.string() + " failed", "", "", ""});
+    rows.push_back({"key step in the vertical reader window",
+                    "not run: " + steps.string() + " failed", "", "", ""});
   }
 
   // The start of the desktop program on the converted store.
@@ -650,30 +677,37 @@ int Main(int argc, char** argv) {
     for (int i = 0; i < 3; ++i) {
       const Ran ran = Run(command, true);
       std::smatch m;
-      if (ran.status == 0 && std::regex_search(ran.out, m, std::regex("fast path start to the contents window shown: ([0-9]+) ms"))) {
+      if (ran.status == 0 &&
+          std::regex_search(
+              ran.out, m,
+              std::regex("fast path start to the contents window shown: ([0-9]+) ms"))) {
         starts.push_back(std::stod(m[1]));
       }
     }
     if (starts.empty()) {
-      rows.push_back({"start to the contents window shown", "not run: " + startup.string() + " failed", "", "", ""});
+      rows.push_back({"start to the contents window shown",
+                      "not run: " + startup.string() + " failed", "", "", ""});
     } else {
       std::sort(starts.begin(), starts.end());
       const double start = starts[starts.size() / 2];
-      rows.push_back({"start to the contents window shown (median of " + std::to_string(starts.size()) + ")",
-                      MsText(start), "none", "", "< 2 s: " + Verdict(start < 2000)});
+      rows.push_back(
+          {"start to the contents window shown (median of " + std::to_string(starts.size()) + ")",
+           MsText(start), "none", "", "< 2 s: " + Verdict(start < 2000)});
     }
   }
 
   // Memory after the start against the size of what it read.
   std::cerr << "memory...\n";
-  const Ran probe = Run({fs::canonical("/proc/self/exe").string(), "--memory-probe", full.folder.string()}, true);
+  const Ran probe =
+      Run({fs::canonical("/proc/self/exe").string(), "--memory-probe", full.folder.string()}, true);
   double peakKb = 0, baseKb = 0;
   std::istringstream(probe.out) >> peakKb >> baseKb;
   const double daxMb = static_cast<double>(startBytes) / 1048576.0;
-  rows.push_back({"peak memory after the start (the process before loading: " + Fixed(baseKb / 1024.0) + " MB)",
+  rows.push_back({"peak memory after the start (the process before loading: " +
+                      Fixed(baseKb / 1024.0) + " MB)",
                   Fixed(peakKb / 1024.0) + " MB", "the .dax files read " + Fixed(daxMb) + " MB",
-                  Fixed(peakKb / 1024.0 / daxMb, 2) + "×; loaded data " + Fixed((peakKb - baseKb) / 1024.0 / daxMb, 2) +
-                      "×",
+                  Fixed(peakKb / 1024.0 / daxMb, 2) + "×; loaded data " +
+                      Fixed((peakKb - baseKb) / 1024.0 / daxMb, 2) + "×",
                   "—"});
   Print("Against peers and the machine (full-scale corpus)", rows);
 
@@ -688,7 +722,8 @@ int Main(int argc, char** argv) {
   for (const int percent : {25, 50, 100}) {
     std::optional<Store> part;
     const Store* s = &full;
-    if (percent != 100) s = &part.emplace(work / ("part" + std::to_string(percent)), percent, false);
+    if (percent != 100)
+      s = &part.emplace(work / ("part" + std::to_string(percent)), percent, false);
     const auto files = StartFiles(s->folder);
     const double read = ColdMedian(gRuns, [&] {
       for (const auto& f : files) {
@@ -707,22 +742,27 @@ int Main(int argc, char** argv) {
                        double size100) {
     const double grew = (t100 / t25) / (size100 / size25);
     return Row{what, MsText(t25) + " / " + MsText(t50) + " / " + MsText(t100),
-               "size × " + Fixed(size100 / size25, 2) + " from 25 % to 100 %", "time × " + Fixed(t100 / t25, 2),
-               grew < 1.25 ? "linear (" + Fixed(grew, 2) + ")" : "**faster than linear** (" + Fixed(grew, 2) + ")"};
+               "size × " + Fixed(size100 / size25, 2) + " from 25 % to 100 %",
+               "time × " + Fixed(t100 / t25, 2),
+               grew < 1.25 ? "linear (" + Fixed(grew, 2) + ")"
+                           : "**faster than linear** (" + Fixed(grew, 2) + ")"};
   };
-  growth.push_back(line("read loop of the same files (the floor)", quarter.read, points[1].read, whole.read,
-                        quarter.mb, whole.mb));
-  growth.push_back(line("load (MB of .dax: " + Fixed(quarter.mb) + " / " + Fixed(points[1].mb) + " / " +
-                            Fixed(whole.mb) + ")",
+  growth.push_back(line("read loop of the same files (the floor)", quarter.read, points[1].read,
+                        whole.read, quarter.mb, whole.mb));
+  growth.push_back(line("load (MB of .dax: " + Fixed(quarter.mb) + " / " + Fixed(points[1].mb) +
+                            " / " + Fixed(whole.mb) + ")",
                         quarter.load, points[1].load, whole.load, quarter.mb, whole.mb));
-  growth.push_back(line("word search AND (lines: " + std::to_string(quarter.lines) + " / " +
-                            std::to_string(points[1].lines) + " / " + std::to_string(whole.lines) + ")",
-                        quarter.search, points[1].search, whole.search, quarter.lines, whole.lines));
-  growth.push_back(line("20 lookups (entries: " + std::to_string(quarter.entries) + " / " +
-                            std::to_string(points[1].entries) + " / " + std::to_string(whole.entries) + ")",
-                        quarter.lookups, points[1].lookups, whole.lookups, quarter.entries, whole.entries));
-  Print("Growth with size: 25 % / 50 % / 100 % of the corpus, each run with the caches emptied first", growth,
-        "| what | 25 % / 50 % / 100 % | size | time | growth (time over size) |");
+  growth.push_back(
+      line("word search AND (lines: " + std::to_string(quarter.lines) + " / " +
+               std::to_string(points[1].lines) + " / " + std::to_string(whole.lines) + ")",
+           quarter.search, points[1].search, whole.search, quarter.lines, whole.lines));
+  growth.push_back(
+      line("20 lookups (entries: " + std::to_string(quarter.entries) + " / " +
+               std::to_string(points[1].entries) + " / " + std::to_string(whole.entries) + ")",
+           quarter.lookups, points[1].lookups, whole.lookups, quarter.entries, whole.entries));
+  Print(
+      "Growth with size: 25 % / 50 % / 100 % of the corpus, each run with the caches emptied first",
+      growth, "| what | 25 % / 50 % / 100 % | size | time | growth (time over size) |");
 
   fs::remove_all(work);
   return 0;

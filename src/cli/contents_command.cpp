@@ -31,9 +31,11 @@ struct Line {
 
 void Print(std::ostream& out, const Line& l, bool json) {
   if (json) {
-    out << "{\"position\":" << l.position << ",\"row\":" << l.row << ",\"sysNo\":" << text::JsonString(l.sysNo)
-        << ",\"number\":" << text::JsonString(l.number) << ",\"start\":" << text::JsonString(l.start)
-        << ",\"title\":" << text::JsonString(l.title) << "}\n";
+    out << "{\"position\":" << l.position << ",\"row\":" << l.row
+        << ",\"sysNo\":" << text::JsonString(l.sysNo)
+        << ",\"number\":" << text::JsonString(l.number)
+        << ",\"start\":" << text::JsonString(l.start) << ",\"title\":" << text::JsonString(l.title)
+        << "}\n";
     return;
   }
   out << std::setw(5) << l.position << std::setw(6) << l.row << "  " << ToUtf8(l.sysNo) << "  "
@@ -94,8 +96,9 @@ int Contents(const std::vector<std::string>& args, const Context& context) {
 
   // The list as the window holds it; a search keeps only its hits.
   const corpus::Settings settings;
-  views::Contents list(options->sources ? views::ContentsKind::Sources : views::ContentsKind::Writings,
-                       store, selection, settings);
+  views::Contents list(
+      options->sources ? views::ContentsKind::Sources : views::ContentsKind::Writings, store,
+      selection, settings);
   std::vector<int> kept;
   if (options->search) {
     list.SrTarget = options->target == "title" || options->target.empty() ? 0 : 1;

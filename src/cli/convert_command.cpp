@@ -74,7 +74,8 @@ int Convert(const std::vector<std::string>& args, const Context& context) {
   corpus::RemoveLeftoverTemporaries(dataPath);
   const corpus::ConversionReport report = corpus::ConvertFolder(store, kVersion, options);
   bar.Done();
-  if (report.notesCarried) context.err << "notes carried into the new store: " << report.notes << "\n";
+  if (report.notesCarried)
+    context.err << "notes carried into the new store: " << report.notes << "\n";
   context.out << "converted " << corpus::DisplayPath(dataPath) << " (version "
               << text::ToUtf8(kVersion) << ")\n";
   return kOk;

@@ -39,7 +39,8 @@ std::optional<DictOptions> Parse(const std::vector<std::string>& args, std::ostr
       o.folderArgs = {a, args[++i]};
     } else if (a == "--target" && hasValue) {
       const std::string& v = args[++i];
-      if (v != "headword" && v != "explanation") return usage("--target is headword or explanation");
+      if (v != "headword" && v != "explanation")
+        return usage("--target is headword or explanation");
       o.target = v == "explanation" ? 1 : 0;
     } else if (a.starts_with("--") || o.word) {
       return usage("unexpected argument \"" + a + "\"");

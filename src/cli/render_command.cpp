@@ -32,9 +32,9 @@ struct RenderOptions {
 // "Down", "Ctrl+Up", "Shift+Down", "Space", "X", "F1": a key and its modifiers.
 std::optional<std::pair<int, int>> KeyOf(std::string name) {
   static const std::map<std::string, int> kKeys = {
-      {"Up", reader::key::kUp},       {"Down", reader::key::kDown}, {"Left", reader::key::kLeft},
+      {"Up", reader::key::kUp},       {"Down", reader::key::kDown},   {"Left", reader::key::kLeft},
       {"Right", reader::key::kRight}, {"Space", reader::key::kSpace}, {"F1", reader::key::kF1},
-      {"A", reader::key::kA},         {"F", reader::key::kF},       {"S", reader::key::kS},
+      {"A", reader::key::kA},         {"F", reader::key::kF},         {"S", reader::key::kS},
       {"V", reader::key::kV},         {"X", reader::key::kX}};
   int shift = 0;
   for (;;) {
@@ -57,7 +57,8 @@ std::optional<std::pair<int, int>> KeyOf(std::string name) {
 }
 
 std::optional<int> Number(const std::string& v) {
-  if (v.empty() || v.size() > 9 || v.find_first_not_of("0123456789") != std::string::npos) return std::nullopt;
+  if (v.empty() || v.size() > 9 || v.find_first_not_of("0123456789") != std::string::npos)
+    return std::nullopt;
   return std::stoi(v);
 }
 
@@ -114,27 +115,32 @@ std::optional<RenderOptions> Parse(const std::vector<std::string>& args, std::os
 void PrintView(std::ostream& out, const reader::ReaderView& v, const reader::ReaderBase& r) {
   const auto str = [](std::u16string_view t) { return text::JsonString(t); };
   const std::u16string& chapter = r.engine().pos.chapter;
-  out << "{\"Muki1\":" << v.Muki1 << ",\"Mpos\":" << (chapter.empty() ? std::to_string(r.Mpos()) : str(chapter))
-      << ",\"Lpos\":" << r.Lpos()
-      << ",\"BlockLines\":" << v.BlockLines << ",\n\"caption\":" << str(v.caption) << ",\"Bangou\":" << str(v.Bangou)
-      << ",\"Text1\":" << str(v.Text1) << ",\"Text4\":" << str(v.Text4) << ",\"Text5\":" << str(v.Text5)
-      << ",\"Text6\":" << str(v.Text6) << ",\"Text2\":" << str(v.Text2) << ",\"Text3\":" << str(v.Text3)
-      << ",\n\"pageBoxes\":{";
+  out << "{\"Muki1\":" << v.Muki1
+      << ",\"Mpos\":" << (chapter.empty() ? std::to_string(r.Mpos()) : str(chapter))
+      << ",\"Lpos\":" << r.Lpos() << ",\"BlockLines\":" << v.BlockLines
+      << ",\n\"caption\":" << str(v.caption) << ",\"Bangou\":" << str(v.Bangou)
+      << ",\"Text1\":" << str(v.Text1) << ",\"Text4\":" << str(v.Text4)
+      << ",\"Text5\":" << str(v.Text5) << ",\"Text6\":" << str(v.Text6)
+      << ",\"Text2\":" << str(v.Text2) << ",\"Text3\":" << str(v.Text3) << ",\n\"pageBoxes\":{";
   for (std::size_t i = 0; i < v.pageBoxes.size(); ++i) {
     out << (i ? "," : "") << "\"" << v.pageBoxes[i].first << "\":" << str(v.pageBoxes[i].second);
   }
   out << "},\n\"PageTitle\":{";
   for (std::size_t i = 0; i < v.pageBoxes.size(); ++i) {
     const int title = reader::PageTitleOf(v.pageBoxes[i].first);
-    out << (i ? "," : "") << "\"" << title << "\":" << v.clev.PageTitle[static_cast<std::size_t>(title)];
+    out << (i ? "," : "") << "\"" << title
+        << "\":" << v.clev.PageTitle[static_cast<std::size_t>(title)];
   }
   out << "},\"Clev\":[";
   for (std::size_t i = 0; i < v.clev.Clev.size(); ++i) out << (i ? "," : "") << v.clev.Clev[i];
-  out << "],\n\"SinSyaButton\":{\"caption\":" << str(v.SinSyaCaption) << ",\"colour\":" << v.SinSyaColour
-      << "},\"TyoKatButton\":" << str(v.TyoKatCaption) << ",\"Kakko\":" << (v.KakkoVisible ? "true" : "false")
+  out << "],\n\"SinSyaButton\":{\"caption\":" << str(v.SinSyaCaption)
+      << ",\"colour\":" << v.SinSyaColour << "},\"TyoKatButton\":" << str(v.TyoKatCaption)
+      << ",\"Kakko\":" << (v.KakkoVisible ? "true" : "false")
       << ",\"Label3\":{\"text\":" << str(v.Label3Text) << ",\"colour\":" << v.Label3Colour
-      << ",\"enabled\":" << (v.Label3Enabled ? "true" : "false") << "},\"tabDown\":" << v.tabDown << ",\"tabs\":[";
-  for (std::size_t i = 0; i < v.tabVisible.size(); ++i) out << (i ? "," : "") << (v.tabVisible[i] ? 1 : 0);
+      << ",\"enabled\":" << (v.Label3Enabled ? "true" : "false") << "},\"tabDown\":" << v.tabDown
+      << ",\"tabs\":[";
+  for (std::size_t i = 0; i < v.tabVisible.size(); ++i)
+    out << (i ? "," : "") << (v.tabVisible[i] ? 1 : 0);
   out << "],\n\"panes\":[";
   for (int p = 1; p <= 7; ++p) {
     const reader::PaneView& pane = v.panes[static_cast<std::size_t>(p)];
@@ -179,7 +185,8 @@ int Render(const std::vector<std::string>& args, const Context& context) {
       } else if (options->sysNo) {
         const corpus::ReaderPlace place = corpus::FindReaderPlace(store, sysNo);
         if (place.OldLsys != sysNo) {
-          context.err << "suizo render: no line of this order has ｼｽﾃﾑNo. " << *options->sysNo << "\n";
+          context.err << "suizo render: no line of this order has ｼｽﾃﾑNo. " << *options->sysNo
+                      << "\n";
           return kFailed;
         }
         writings->GoToLine(place.Lpos);
@@ -188,7 +195,8 @@ int Render(const std::vector<std::string>& args, const Context& context) {
       break;
     }
     case search::SearchWindow::Sutra: {
-      auto sutra = std::make_unique<scripture::SutraReader>(store, selection, settings, nullptr, muki);
+      auto sutra =
+          std::make_unique<scripture::SutraReader>(store, selection, settings, nullptr, muki);
       const corpus::Table& hok = store.table(corpus::TableId::Hok);
       int row = options->lpos.value_or(1);
       if (options->sysNo) {
@@ -206,21 +214,24 @@ int Render(const std::vector<std::string>& args, const Context& context) {
       break;
     }
     case search::SearchWindow::Sources: {
-      auto sources = std::make_unique<scripture::SourcesReader>(store, selection, settings, nullptr, muki);
+      auto sources =
+          std::make_unique<scripture::SourcesReader>(store, selection, settings, nullptr, muki);
       if (store.SMosMaxY == 0) {
         context.err << "suizo render: no source is listed\n";
         return kFailed;
       }
       if (options->lpos) {
         if (*options->lpos < 1 || *options->lpos > store.SDasMaxY) {
-          context.err << "suizo render: --lpos is 1 to " << store.SDasMaxY << " in the sources' order\n";
+          context.err << "suizo render: --lpos is 1 to " << store.SDasMaxY
+                      << " in the sources' order\n";
           return kFailed;
         }
         sources->GoToLine(*options->lpos);
       } else if (options->sysNo) {
         const corpus::ReaderPlace place = corpus::FindSourceReaderPlace(store, sysNo);
         if (place.OldLsys != sysNo) {
-          context.err << "suizo render: no line of the sources has ｼｽﾃﾑNo. " << *options->sysNo << "\n";
+          context.err << "suizo render: no line of the sources has ｼｽﾃﾑNo. " << *options->sysNo
+                      << "\n";
           return kFailed;
         }
         sources->GoToLine(place.Lpos);

@@ -11,8 +11,8 @@
 namespace suizo::cli {
 namespace {
 
-using search::TextKind;
 using search::Method;
+using search::TextKind;
 using text::ToUtf8;
 
 struct SearchOptions {
@@ -32,7 +32,8 @@ struct SearchOptions {
 };
 
 std::optional<int> SmallNumber(const std::string& v) {
-  if (v.empty() || v.size() > 6 || v.find_first_not_of("0123456789") != std::string::npos) return std::nullopt;
+  if (v.empty() || v.size() > 6 || v.find_first_not_of("0123456789") != std::string::npos)
+    return std::nullopt;
   return std::stoi(v);
 }
 
@@ -41,7 +42,8 @@ std::optional<SearchOptions> Parse(const std::vector<std::string>& args, std::os
   const auto usage = [&](const std::string& why) {
     err << "suizo search: " << why << "\n"
         << "usage: suizo search [--data DIR] [--window writings|sutra|sources] " << kSelectionUsage
-        << " [--authentic] [--pane N] [--method and|or|not] [--div 1|2] [--auto-div 0|1] [--itaiji 0|1]"
+        << " [--authentic] [--pane N] [--method and|or|not] [--div 1|2] [--auto-div 0|1] [--itaiji "
+           "0|1]"
            " [--limit-doc MPOS] [--refine TEXT]... [--json] TEXT\n";
     return std::nullopt;
   };
@@ -103,11 +105,16 @@ std::optional<SearchOptions> Parse(const std::vector<std::string>& args, std::os
 
 const char* KindName(search::SearchKind kind) {
   switch (kind) {
-    case search::SearchKind::Word: return "word";
-    case search::SearchKind::Split1: return "split1";
-    case search::SearchKind::Split2: return "split2";
-    case search::SearchKind::Page: return "page";
-    case search::SearchKind::None: break;
+    case search::SearchKind::Word:
+      return "word";
+    case search::SearchKind::Split1:
+      return "split1";
+    case search::SearchKind::Split2:
+      return "split2";
+    case search::SearchKind::Page:
+      return "page";
+    case search::SearchKind::None:
+      break;
   }
   return "none";
 }
@@ -136,7 +143,8 @@ std::optional<search::Position> StartPosition(const corpus::Corpus& store, const
     err << "suizo search: the list holds " << works << " documents\n";
     return std::nullopt;
   }
-  const search::LineOrder order = sources ? search::LineOrder::Sources(store) : search::LineOrder::Writings(store);
+  const search::LineOrder order =
+      sources ? search::LineOrder::Sources(store) : search::LineOrder::Writings(store);
   return search::Position{*o.limitDoc, order.FirstLineOf(*o.limitDoc), {}};
 }
 
@@ -156,9 +164,11 @@ int Search(const std::vector<std::string>& args, const Context& context) {
   corpus::Settings settings;
   settings.AutoDiv = options->autoDiv;
   settings.Itaiji = options->itaiji;
-  const search::TextTable table = options->window == search::SearchWindow::Sutra     ? search::TextTable::Sutra(store, selection)
-                                  : options->window == search::SearchWindow::Sources ? search::TextTable::Sources(store, selection)
-                                                                         : search::TextTable::Writings(store, selection);
+  const search::TextTable table = options->window == search::SearchWindow::Sutra
+                                      ? search::TextTable::Sutra(store, selection)
+                                  : options->window == search::SearchWindow::Sources
+                                      ? search::TextTable::Sources(store, selection)
+                                      : search::TextTable::Writings(store, selection);
   search::SearchEngine engine(table, settings);
   const auto start = StartPosition(store, *options, context.err);
   if (!start) return kFailed;
@@ -180,9 +190,12 @@ int Search(const std::vector<std::string>& args, const Context& context) {
 
   const auto sysNo = [&](const search::Position& p) -> std::u16string {
     switch (table.kind()) {
-      case TextKind::Writings: return std::u16string(table.Text(p.Lpos, corpus::dat::kSysNo));
-      case TextKind::Sutra: return std::u16string(table.Text(p.Lpos, corpus::hok::kNumber));
-      case TextKind::Sources: return std::u16string(table.Text(p.Lpos, corpus::sdat::kSysNo));
+      case TextKind::Writings:
+        return std::u16string(table.Text(p.Lpos, corpus::dat::kSysNo));
+      case TextKind::Sutra:
+        return std::u16string(table.Text(p.Lpos, corpus::hok::kNumber));
+      case TextKind::Sources:
+        return std::u16string(table.Text(p.Lpos, corpus::sdat::kSysNo));
     }
     return {};
   };
@@ -191,7 +204,8 @@ int Search(const std::vector<std::string>& args, const Context& context) {
     const search::Position& p = engine.Hit(i);
     const std::u16string mpos = table.kind() == TextKind::Sutra ? p.chapter : text::IntText(p.Mpos);
     if (options->json) {
-      out << "{\"hit\":" << i << ",\"Mpos\":" << (table.kind() == TextKind::Sutra ? text::JsonString(mpos) : ToUtf8(mpos))
+      out << "{\"hit\":" << i << ",\"Mpos\":"
+          << (table.kind() == TextKind::Sutra ? text::JsonString(mpos) : ToUtf8(mpos))
           << ",\"Lpos\":" << p.Lpos << ",\"sysNo\":" << text::JsonString(sysNo(p)) << "}\n";
     } else {
       out << i << "\t" << ToUtf8(mpos) << "\t" << p.Lpos << "\t" << ToUtf8(sysNo(p)) << "\n";

@@ -8,8 +8,9 @@
 
 namespace suizo::cli {
 
-std::optional<std::string> ParseSelectionOption(const std::vector<std::string>& args, std::size_t& i,
-                                                SelectionOptions& o, bool& matched) {
+std::optional<std::string> ParseSelectionOption(const std::vector<std::string>& args,
+                                                std::size_t& i, SelectionOptions& o,
+                                                bool& matched) {
   const std::string& a = args[i];
   matched = i + 1 < args.size() && (a == "--collection" || a == "--order" || a == "--classes");
   if (!matched) return std::nullopt;
@@ -71,7 +72,8 @@ void PrintStoreName(std::ostream& out, const corpus::TableSchema& schema) {
   const std::string file = std::string(schema.stem) + ".dax";
   // Each kanji takes two columns on a terminal but three bytes in UTF-8.
   const std::size_t width = schema.stem.size() / 3 * 2 + 4;
-  out << std::left << std::setw(7) << schema.name << file << std::string(width < 16 ? 16 - width : 1, ' ');
+  out << std::left << std::setw(7) << schema.name << file
+      << std::string(width < 16 ? 16 - width : 1, ' ');
 }
 
 }  // namespace suizo::cli

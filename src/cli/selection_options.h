@@ -4,8 +4,8 @@
 #pragma once
 
 #include <array>
-#include <ostream>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,8 +26,9 @@ struct SelectionOptions {
 // Reads "--collection LABEL", "--order page|date" or "--classes DIGITS" at
 // args[i], moving i past its value. Nothing when args[i] is none of them; an
 // error text when its value is wrong.
-std::optional<std::string> ParseSelectionOption(const std::vector<std::string>& args, std::size_t& i,
-                                                SelectionOptions& options, bool& matched);
+std::optional<std::string> ParseSelectionOption(const std::vector<std::string>& args,
+                                                std::size_t& i, SelectionOptions& options,
+                                                bool& matched);
 inline constexpr std::string_view kSelectionUsage =
     "[--collection LABEL] [--order page|date] [--classes 0123456789]";
 

@@ -16,7 +16,8 @@ std::vector<Factory>& Suites() {
 int main(int argc, char** argv) {
   // On the virtual display the browser's GPU process fails now and then to
   // set up, and input then never reaches a page: draw in software alone.
-  if (qEnvironmentVariableIsEmpty("QTWEBENGINE_CHROMIUM_FLAGS")) qputenv("QTWEBENGINE_CHROMIUM_FLAGS", "--disable-gpu");
+  if (qEnvironmentVariableIsEmpty("QTWEBENGINE_CHROMIUM_FLAGS"))
+    qputenv("QTWEBENGINE_CHROMIUM_FLAGS", "--disable-gpu");
   suizo::platform::PrepareWebEngine();
   QApplication app(argc, argv);
   suizo::platform::ChooseRenderer();

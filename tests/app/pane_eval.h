@@ -13,7 +13,8 @@
 namespace suizo::apptest {
 
 // Nothing when the page never answered within `timeoutMs`.
-inline std::optional<QVariant> Eval(platform::HtmlPane& pane, const QString& js, int timeoutMs = 30000) {
+inline std::optional<QVariant> Eval(platform::HtmlPane& pane, const QString& js,
+                                    int timeoutMs = 30000) {
   struct Answer {
     bool done = false;
     QVariant value;

@@ -11,8 +11,8 @@
 
 namespace suizo::testing {
 
-inline int WildcardScore(const std::vector<std::u16string>& sw, std::u16string_view field, double bar,
-                         bool earlyStop) {
+inline int WildcardScore(const std::vector<std::u16string>& sw, std::u16string_view field,
+                         double bar, bool earlyStop) {
   int count = 0;
   const int last = static_cast<int>(sw.size()) - 1;
   for (int i = 0; i <= last; ++i) {

@@ -32,8 +32,12 @@ using testing::WriteBytes;
 
 constexpr std::u16string_view kVersion = u"0.1.0";
 
-std::string Dax(TableId id) { return std::string(SchemaOf(id).stem) + ".dax"; }
-std::string Dat(TableId id) { return std::string(SchemaOf(id).stem) + ".dat"; }
+std::string Dax(TableId id) {
+  return std::string(SchemaOf(id).stem) + ".dax";
+}
+std::string Dat(TableId id) {
+  return std::string(SchemaOf(id).stem) + ".dat";
+}
 
 // What a start did: nothing to say, or the message it stopped with.
 struct Outcome {
@@ -90,7 +94,8 @@ bool MayWrite(const std::string& name, bool converts) {
   // The journal loses a line a crash cut short.
   if (name == "suiten.ini" || name == "notes.journal") return true;
   if (!converts) return false;
-  return name.ends_with(".dax") || name == "notes.pending" || (name.starts_with("memo") && name.ends_with(".dat"));
+  return name.ends_with(".dax") || name == "notes.pending" ||
+         (name.starts_with("memo") && name.ends_with(".dat"));
 }
 
 // A converted sample with its version, bookmarks and settings in place, as
@@ -107,8 +112,9 @@ class DamagedFolder : public ::testing::Test {
 
   // Damages the folder, runs, and checks the outcome: a load, or a stop
   // naming `named`; only files the start means to write may change.
-  void Try(const std::string& what, const std::function<void(const fs::path&)>& damage, const std::string& named,
-           bool converts = false, const std::function<Outcome(const fs::path&)>& run = RunAll) {
+  void Try(const std::string& what, const std::function<void(const fs::path&)>& damage,
+           const std::string& named, bool converts = false,
+           const std::function<Outcome(const fs::path&)>& run = RunAll) {
     SCOPED_TRACE(what);
     const fs::path copy = dir / "case";
     fs::remove_all(copy);
@@ -148,13 +154,16 @@ class DamagedFolder : public ::testing::Test {
   // The commands that only read load the damaged folder, or stop naming
   // what is wrong, without waiting and without touching a file.
   static void ReadOnlyCommandsChangeNothing(const fs::path& copy, const Snapshot& before) {
-    for (const char* command : {"info", "check", "dict 法華経を", "search 題目", "nen --search 地震"}) {
-      const std::string line = std::string("timeout 20 ") + SUIZO_CLI + " " + command + " --data '" +
-                               DisplayPath(copy) + "' >/dev/null 2>&1";
+    for (const char* command :
+         {"info", "check", "dict 法華経を", "search 題目", "nen --search 地震"}) {
+      const std::string line = std::string("timeout 20 ") + SUIZO_CLI + " " + command +
+                               " --data '" + DisplayPath(copy) + "' >/dev/null 2>&1";
       const int status = std::system(line.c_str());
-      EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) <= 2) << command << " ended with " << status;
+      EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) <= 2)
+          << command << " ended with " << status;
       const Snapshot now = Take(copy);
-      EXPECT_TRUE(now.bytes == before.bytes && now.times == before.times) << command << " changed a file";
+      EXPECT_TRUE(now.bytes == before.bytes && now.times == before.times)
+          << command << " changed a file";
     }
   }
 
@@ -168,18 +177,21 @@ class DamagedFolder : public ::testing::Test {
   }
   static long Lines(const std::string& bytes) {
     long n = 0;
-    for (std::size_t at = 2; at + 1 < bytes.size(); at += 2) n += bytes[at] == '\n' && bytes[at + 1] == 0 ? 1 : 0;
+    for (std::size_t at = 2; at + 1 < bytes.size(); at += 2)
+      n += bytes[at] == '\n' && bytes[at + 1] == 0 ? 1 : 0;
     return n;
   }
   static long FieldCount(const std::string& bytes) {
     const std::size_t end = AfterLines(bytes, 1);
     std::u16string first;
     for (std::size_t i = 2; i + 1 < end; i += 2) {
-      first += static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) | static_cast<unsigned char>(bytes[i + 1]) << 8);
+      first += static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
+                                     static_cast<unsigned char>(bytes[i + 1]) << 8);
     }
     return static_cast<long>(text::Val(first));
   }
-  static std::function<void(const fs::path&)> Cut(const std::string& name, std::function<std::size_t(const std::string&)> at) {
+  static std::function<void(const fs::path&)> Cut(
+      const std::string& name, std::function<std::size_t(const std::string&)> at) {
     return [name, at](const fs::path& d) {
       const std::string bytes = ReadBytes(d / fs::u8path(name));
       WriteBytes(d / fs::u8path(name), bytes.substr(0, at(bytes)));
@@ -220,12 +232,14 @@ Outcome RunInChild(const fs::path& dir, bool ordinaryUser) {
   ::close(pipe[1]);
   Outcome outcome;
   char buffer[4096];
-  for (ssize_t n; (n = ::read(pipe[0], buffer, sizeof buffer)) > 0;) outcome.message.append(buffer, static_cast<std::size_t>(n));
+  for (ssize_t n; (n = ::read(pipe[0], buffer, sizeof buffer)) > 0;)
+    outcome.message.append(buffer, static_cast<std::size_t>(n));
   ::close(pipe[0]);
   int status = 0;
   ::waitpid(child, &status, 0);
   outcome.loaded = WIFEXITED(status) && WEXITSTATUS(status) == 0;
-  if (!WIFEXITED(status) || WEXITSTATUS(status) > 1) outcome.message += " (the child failed: " + std::to_string(status) + ")";
+  if (!WIFEXITED(status) || WEXITSTATUS(status) > 1)
+    outcome.message += " (the child failed: " + std::to_string(status) + ")";
   return outcome;
 }
 
@@ -241,22 +255,28 @@ TEST_F(DamagedFolder, AMissingFileIsNamedOrRebuilt) {
   for (const TableSchema& s : Schemas()) {
     const std::string name = Dax(s.id);
     const bool read = s.loadGroup != kNoLoadGroup;
-    Try("without " + name, [&](const fs::path& d) { fs::remove(d / fs::u8path(name)); }, read ? name : "");
+    Try(
+        "without " + name, [&](const fs::path& d) { fs::remove(d / fs::u8path(name)); },
+        read ? name : "");
   }
   // Without ver.dax the start converts the exports again.
-  Try("without ver.dax", [](const fs::path& d) { fs::remove(d / "ver.dax"); }, "", true);
+  Try(
+      "without ver.dax", [](const fs::path& d) { fs::remove(d / "ver.dax"); }, "", true);
   for (const std::string name : {"suiten.ini", "settings.ini", "notes.journal"}) {
-    Try("without " + name, [&](const fs::path& d) { fs::remove(d / name); }, "");
+    Try(
+        "without " + name, [&](const fs::path& d) { fs::remove(d / name); }, "");
   }
   // The exports are read only when the store is rebuilt from them.
-  Try("without any export",
+  Try(
+      "without any export",
       [](const fs::path& d) {
         for (const TableSchema& s : Schemas()) fs::remove(d / fs::u8path(Dat(s.id)));
       },
       "");
   for (const TableSchema& s : Schemas()) {
     const std::string name = Dat(s.id);
-    Try("rebuilding without " + name,
+    Try(
+        "rebuilding without " + name,
         [&](const fs::path& d) {
           fs::remove(d / fs::u8path(name));
           fs::remove(d / "ver.dax");
@@ -274,9 +294,13 @@ TEST_F(DamagedFolder, ACutStoreStopsInsideARowAndLoadsFewerRowsAtARowEnd) {
     ASSERT_GT(fields, 1) << name;
     const long rows = (Lines(bytes) - 1) / fields;
     Try(name + " cut inside a row",
-        Cut(name, [fields, rows](const std::string& b) { return AfterLines(b, 1 + fields * (rows / 2) + fields / 2); }),
+        Cut(name,
+            [fields, rows](const std::string& b) {
+              return AfterLines(b, 1 + fields * (rows / 2) + fields / 2);
+            }),
         name);
-    Try(name + " cut inside a line", Cut(name, [](const std::string& b) { return b.size() / 2 | 1; }), name);
+    Try(name + " cut inside a line",
+        Cut(name, [](const std::string& b) { return b.size() / 2 | 1; }), name);
     // Fewer rows load as such; the writings' records then miss documents
     // that the collections place, which stops the placing with the record.
     // The dictionary's row 1 counts its entries, which must be rows.
@@ -284,8 +308,11 @@ TEST_F(DamagedFolder, ACutStoreStopsInsideARowAndLoadsFewerRowsAtARowEnd) {
                               : s.id == TableId::Dic                       ? name
                                                                            : "";
     Try(name + " cut at a row end",
-        Cut(name, [fields, rows](const std::string& b) { return AfterLines(b, 1 + fields * (rows / 2)); }), fewer);
-    Try(name + " cut after its field count", Cut(name, [](const std::string& b) { return AfterLines(b, 1); }),
+        Cut(name, [fields,
+                   rows](const std::string& b) { return AfterLines(b, 1 + fields * (rows / 2)); }),
+        fewer);
+    Try(name + " cut after its field count",
+        Cut(name, [](const std::string& b) { return AfterLines(b, 1); }),
         s.id == TableId::Mok ? "翠典資料" : "");
     Try(name + " empty", Replace(name, ""), name);
   }
@@ -309,12 +336,14 @@ TEST_F(DamagedFolder, AStoreInAnotherEncodingOrShapeIsNamed) {
   Try("UTF-8 mark", Replace(name, "\xEF\xBB\xBF" + bytes.substr(2)),
       name + ": line 1: the store is UTF-8");
   Try("no mark", Replace(name, bytes.substr(2)), name);
-  Try("a field count that is no number", Replace(name, testing::DaxBytes({u"三十六"}) + bytes.substr(2)), name);
+  Try("a field count that is no number",
+      Replace(name, testing::DaxBytes({u"三十六"}) + bytes.substr(2)), name);
   Try("more fields than the table has", Replace(name, testing::DaxBytes({u"999"})), name);
   // A row beyond the capacity: the last row repeated until it overflows.
   const TableSchema& sok = SchemaOf(TableId::Sok);
   const std::string sokName = Dax(TableId::Sok);
-  Try("rows beyond the capacity",
+  Try(
+      "rows beyond the capacity",
       [&](const fs::path& d) {
         const std::string store = ReadBytes(d / fs::u8path(sokName));
         const long fields = FieldCount(store);
@@ -338,7 +367,8 @@ TEST_F(DamagedFolder, ABadExportHeaderOrSettingOrBookmarksFileIsNamed) {
   for (int i = 0; i < 101; ++i) wide += u",列" + text::IntText(i);
   Try("an export header of more than 101 columns", rebuildWith(wide), dat, true);
   Try("an export with no header", Replace(dat, ""), "");  // not read: the store is current
-  Try("an empty export, rebuilding",
+  Try(
+      "an empty export, rebuilding",
       [&](const fs::path& d) {
         WriteBytes(d / fs::u8path(dat), "");
         fs::remove(d / "ver.dax");
@@ -364,27 +394,32 @@ TEST_F(DamagedFolder, ABadExportHeaderOrSettingOrBookmarksFileIsNamed) {
         fs::remove(d / "ver.dax");
       },
       dat + ": line 1: the line ends are CR only", true);
-  Try("an export in no Shift-JIS",
+  Try(
+      "an export in no Shift-JIS",
       [&](const fs::path& d) {
         WriteBytes(d / fs::u8path(dat), "\x82\x20\xFF\xFF,\r\n");
         fs::remove(d / "ver.dax");
       },
       dat, true);
-  Try("a non-numeric integer setting",
+  Try(
+      "a non-numeric integer setting",
       [](const fs::path& d) {
         FileSettings settings(d / "settings.ini");
         settings.Write(u"@設定", u"Itaiji", u"たくさん");
       },
       "Itaiji");
   Try("bookmarks in no Shift-JIS", Replace("suiten.ini", "[BMark01]\r\nT1=\x82\r\n"), "suiten.ini");
-  Try("a journal of noise", Replace("notes.journal", std::string("\0\xFF\n\t\t\t\nDat\tx\t48\t\\", 17)), "");
-  Try("a ver.dax with a trailing blank", Replace("ver.dax", text::EncodeSjis(u"0.1.0 \r\n")), "", true);
+  Try("a journal of noise",
+      Replace("notes.journal", std::string("\0\xFF\n\t\t\t\nDat\tx\t48\t\\", 17)), "");
+  Try("a ver.dax with a trailing blank", Replace("ver.dax", text::EncodeSjis(u"0.1.0 \r\n")), "",
+      true);
   Try("a ver.dax of another version", Replace("ver.dax", text::EncodeSjis(u"0.7.2\r\n")), "", true);
 }
 
 TEST_F(DamagedFolder, AFileThatCannotBeReadIsNamed) {
   const std::string name = Dax(TableId::Dic);
-  Try("a folder in the place of a store",
+  Try(
+      "a folder in the place of a store",
       [&](const fs::path& d) {
         fs::remove(d / fs::u8path(name));
         fs::create_directory(d / fs::u8path(name));
@@ -392,9 +427,10 @@ TEST_F(DamagedFolder, AFileThatCannotBeReadIsNamed) {
       name);
   // Permissions bind only an ordinary user: as root the start runs in a
   // child that gives up its rights first.
-  Try("a store without read permission",
-      [&](const fs::path& d) { fs::permissions(d / fs::u8path(name), fs::perms::none); }, name, false,
-      RunAsAnOrdinaryUser);
+  Try(
+      "a store without read permission",
+      [&](const fs::path& d) { fs::permissions(d / fs::u8path(name), fs::perms::none); }, name,
+      false, RunAsAnOrdinaryUser);
 }
 
 // A FIFO in a file's place is refused at once: the run never waits for a

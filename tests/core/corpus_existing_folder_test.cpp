@@ -150,8 +150,14 @@ TEST(ExistingFolder, AShorterStoreOpensWhereItsMissingFieldsMayBeEmpty) {
   const Case cases[] = {
       {"the sutra without its note column", TableId::Hok, {36}, nullptr},
       {"the writings without notes and remarks", TableId::Dat, {48, 49, 50, 51, 52, 53}, nullptr},
-      {"the sources without their note column", TableId::SDat, {8}, "史料本文.dax: line 1, field 14 (印): the store has 13 fields"},
-      {"the writings without an order", TableId::Dat, {47, 48, 49, 50, 51, 52, 53}, "fields from 47 on are missing"},
+      {"the sources without their note column",
+       TableId::SDat,
+       {8},
+       "史料本文.dax: line 1, field 14 (印): the store has 13 fields"},
+      {"the writings without an order",
+       TableId::Dat,
+       {47, 48, 49, 50, 51, 52, 53},
+       "fields from 47 on are missing"},
       {"the dictionary without its class labels", TableId::Dic, {12}, "辞書事典.dax"},
   };
   for (const Case& c : cases) {
@@ -202,7 +208,9 @@ TEST(ExistingFolder, TheCheckTellsWhatAStartWillDo) {
   const Case cases[] = {
       {"an empty folder", [](const fs::path&) {}, FolderVerdict::Refused},
       {"the exports alone",
-       [](const fs::path& d) { fs::copy(fs::path(SUIZO_SOURCE_DIR) / "data" / "sample", d, fs::copy_options::recursive); },
+       [](const fs::path& d) {
+         fs::copy(fs::path(SUIZO_SOURCE_DIR) / "data" / "sample", d, fs::copy_options::recursive);
+       },
        FolderVerdict::Converts},
       {"our own store",
        [](const fs::path& d) {
@@ -210,15 +218,16 @@ TEST(ExistingFolder, TheCheckTellsWhatAStartWillDo) {
          WriteVersion(d, StoreVersion(kVersion));
        },
        FolderVerdict::OpensDirectly},
-      {"another installation's store", [](const fs::path& d) { MakeOtherInstallation(d); }, FolderVerdict::AsksFirst},
+      {"another installation's store", [](const fs::path& d) { MakeOtherInstallation(d); },
+       FolderVerdict::AsksFirst},
       {"a store without ver.dax",
        [](const fs::path& d) {
          MakeOtherInstallation(d);
          fs::remove(d / "ver.dax");
        },
        FolderVerdict::AsksFirst},
-      {"another installation's store and exports", [](const fs::path& d) { MakeOtherInstallation(d, true); },
-       FolderVerdict::Converts},
+      {"another installation's store and exports",
+       [](const fs::path& d) { MakeOtherInstallation(d, true); }, FolderVerdict::Converts},
       {"a store missing a table",
        [](const fs::path& d) {
          MakeOtherInstallation(d);
@@ -245,7 +254,8 @@ TEST(ExistingFolder, TheCheckTellsWhatAStartWillDo) {
   Corpus corpus(dir.path());
   corpus.ReadData(0);
   int notes = 0;
-  for (int row = 1; row <= corpus.Dat().rows(); ++row) notes += corpus.Dat().Get(row, dat::kNote2).empty() ? 0 : 1;
+  for (int row = 1; row <= corpus.Dat().rows(); ++row)
+    notes += corpus.Dat().Get(row, dat::kNote2).empty() ? 0 : 1;
   ASSERT_FALSE(found.notes.empty());
   EXPECT_EQ(found.notes[0].table, TableId::Dat);
   EXPECT_EQ(found.notes[0].count, notes);

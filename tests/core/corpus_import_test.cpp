@@ -179,7 +179,7 @@ TEST_F(SmallImport, DictionaryLookupKeysFollowTheHeadWord) {
   const Table& dic = corpus.Dic();
   EXPECT_EQ(dic.Get(1, 8), u"[庵菴]");  // one kanji keeps the key its source gave
   EXPECT_EQ(dic.Get(4, 8), u"source");
-  EXPECT_EQ(dic.Get(2, 8), u"か[うふ]");                              // kana only: rewritten whole
+  EXPECT_EQ(dic.Get(2, 8), u"か[うふ]");                            // kana only: rewritten whole
   EXPECT_EQ(dic.Get(3, 8), u"法" + text::ItaijiPattern(u"華", 1));  // the first stays literal
 }
 

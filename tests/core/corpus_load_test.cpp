@@ -158,7 +158,8 @@ TEST(DataPath, CommandLineThenEnvironmentThenBesideTheProgramThenTheUsersOwn) {
 }
 
 TEST(DataPath, TheUsersFolderFollowsTheDesktopsRules) {
-  EXPECT_EQ(UserDataFolder("/x/share", "/home/a"), std::filesystem::path("/x/share") / u8"翠蔵Viewer" / "Data");
+  EXPECT_EQ(UserDataFolder("/x/share", "/home/a"),
+            std::filesystem::path("/x/share") / u8"翠蔵Viewer" / "Data");
   EXPECT_EQ(UserDataFolder("relative", "/home/a"),
             std::filesystem::path("/home/a/.local/share") / u8"翠蔵Viewer" / "Data");
   EXPECT_EQ(UserDataFolder(nullptr, "/home/a"), UserDataFolder("", "/home/a"));

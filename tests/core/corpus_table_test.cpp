@@ -54,11 +54,11 @@ TEST(Table, HoldsFollowsEveryChangeOfTheCells) {
   EXPECT_TRUE(dat.Holds(1, 9, u'◆'));
   EXPECT_FALSE(dat.Holds(2, 9, u'◆'));
   EXPECT_TRUE(dat.Holds(3, 9, u'◆'));  // anywhere in the cell
-  dat.Set(2, 9, u"◆本文");              // a head mark moved here
+  dat.Set(2, 9, u"◆本文");             // a head mark moved here
   EXPECT_TRUE(dat.Holds(2, 9, u'◆'));
   EXPECT_FALSE(dat.Holds(2, 8, u'◆'));  // another field is asked anew
   EXPECT_TRUE(dat.Holds(2, 9, u'◆'));
-  dat.Set(5, 9, u"◆");                  // beyond the rows counted
+  dat.Set(5, 9, u"◆");  // beyond the rows counted
   EXPECT_TRUE(dat.Holds(5, 9, u'◆'));
   dat.set_rows(5);
   EXPECT_TRUE(dat.Holds(5, 9, u'◆'));

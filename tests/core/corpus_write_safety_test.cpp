@@ -34,7 +34,8 @@ constexpr std::u16string_view kVersion = u"0.1.0";
 
 // The files a run's exit writes, in the order it writes them.
 const std::vector<std::string>& Written() {
-  static const std::vector<std::string> names = {"suiten.ini", "翠典本文.dax", "法華経.dax", "史料本文.dax"};
+  static const std::vector<std::string> names = {"suiten.ini", "翠典本文.dax", "法華経.dax",
+                                                 "史料本文.dax"};
   return names;
 }
 
@@ -56,7 +57,8 @@ std::map<std::string, std::string> Contents(const fs::path& dir) {
 
 std::vector<std::string> Names(const fs::path& dir) {
   std::vector<std::string> out;
-  for (const auto& entry : fs::directory_iterator(dir)) out.push_back(DisplayPath(entry.path().filename()));
+  for (const auto& entry : fs::directory_iterator(dir))
+    out.push_back(DisplayPath(entry.path().filename()));
   std::sort(out.begin(), out.end());
   return out;
 }
@@ -101,7 +103,8 @@ class WriteSafety : public ::testing::Test {
 TEST_F(WriteSafety, AFailedWriteLeavesTheOldFileWholeAndSaysWhy) {
   const fs::path target = dir / "法華経.dax";
   const std::vector<std::string> names = Names(dir.path());
-  for (const WriteStep step : {WriteStep::Create, WriteStep::Write, WriteStep::Flush, WriteStep::Rename}) {
+  for (const WriteStep step :
+       {WriteStep::Create, WriteStep::Write, WriteStep::Flush, WriteStep::Rename}) {
     for (const int err : {ENOSPC, EACCES}) {
       SCOPED_TRACE(static_cast<int>(step));
       ScopedWriteFault fault([&](const fs::path&, WriteStep at) { return at == step ? err : 0; });
@@ -179,7 +182,8 @@ TEST_F(WriteSafety, AFileSizeLimitOfTheSystemFailsTheExitWithTheOldStoresWhole) 
       EXPECT_EQ(bytes, before[name]) << name;
     }
   }
-  for (const std::string& name : Names(dir.path())) EXPECT_EQ(name.find(".tmp"), std::string::npos) << name;
+  for (const std::string& name : Names(dir.path()))
+    EXPECT_EQ(name.find(".tmp"), std::string::npos) << name;
   Corpus next(dir.path());
   Open(next);
   for (const Edit& e : kEdits) EXPECT_EQ(next.table(e.table).Get(e.row, e.field), e.text);
@@ -192,7 +196,8 @@ TEST_F(WriteSafety, ANoteTheJournalCannotTakeIsKeptForTheExitAndTheJournalStaysW
   EditNote(corpus, journal, TableId::Dat, 12, 48, u"先の覚え");
   const std::string journalled = ReadBytes(journal.path());
   {
-    ScopedWriteFault full([](const fs::path&, WriteStep at) { return at == WriteStep::Write ? ENOSPC : 0; });
+    ScopedWriteFault full(
+        [](const fs::path&, WriteStep at) { return at == WriteStep::Write ? ENOSPC : 0; });
     EXPECT_THROW(EditNote(corpus, journal, TableId::Hok, 7, 36, u"書けない覚え"), CorpusError);
   }
   EXPECT_EQ(ReadBytes(journal.path()), journalled);  // the half line was taken back
@@ -210,7 +215,8 @@ TEST_F(WriteSafety, ANoteTheJournalCannotTakeIsKeptForTheExitAndTheJournalStaysW
 TEST_F(WriteSafety, AFailedBookmarkSaveLeavesTheFileAndWhatIsReadFromIt) {
   ProfileFile file(dir / "suiten.ini");
   {
-    ScopedWriteFault denied([](const fs::path&, WriteStep at) { return at == WriteStep::Create ? EACCES : 0; });
+    ScopedWriteFault denied(
+        [](const fs::path&, WriteStep at) { return at == WriteStep::Create ? EACCES : 0; });
     try {
       file.Write(u"BMark03", {{u"T1", u"新しい栞"}, {u"T2", u"二行目"}});
       ADD_FAILURE() << "the save went through";
@@ -221,7 +227,8 @@ TEST_F(WriteSafety, AFailedBookmarkSaveLeavesTheFileAndWhatIsReadFromIt) {
   EXPECT_EQ(file.Read(u"BMark03", u"T1", u""), u"前の栞");
   EXPECT_EQ(file.Read(u"BMark03", u"T2", u"なし"), u"なし");
   EXPECT_EQ(ReadBytes(dir / "suiten.ini"), before["suiten.ini"]);
-  file.Write(u"BMark04", u"T1", u"別の栞");  // the undone change does not come back with the next save
+  file.Write(u"BMark04", u"T1",
+             u"別の栞");  // the undone change does not come back with the next save
   ProfileFile reread(dir / "suiten.ini");
   EXPECT_EQ(reread.Read(u"BMark03", u"T1", u""), u"前の栞");
   EXPECT_EQ(reread.Read(u"BMark04", u"T1", u""), u"別の栞");
@@ -247,7 +254,8 @@ TEST_F(WriteSafety, AnExitKilledAtAnyPointLeavesEachFileOldOrNewAndLosesNoNote) 
   ASSERT_EQ(::pipe(pipe), 0);
   // Runs the child to its end or its kill: by the parent after `killAfter`
   // once its notes are journalled, or by the fault at a step of a write.
-  const auto run = [&](const WriteFault& fault, std::optional<std::chrono::microseconds> killAfter) {
+  const auto run = [&](const WriteFault& fault,
+                       std::optional<std::chrono::microseconds> killAfter) {
     const pid_t child = ::fork();
     if (child == 0) {
       ::close(pipe[0]);
@@ -272,7 +280,8 @@ TEST_F(WriteSafety, AnExitKilledAtAnyPointLeavesEachFileOldOrNewAndLosesNoNote) 
     Corpus next(dir.path());
     Open(next);
     for (const Edit& e : kEdits) EXPECT_EQ(next.table(e.table).Get(e.row, e.field), e.text);
-    for (const std::string& name : Names(dir.path())) EXPECT_EQ(name.find(".tmp"), std::string::npos) << name;
+    for (const std::string& name : Names(dir.path()))
+      EXPECT_EQ(name.find(".tmp"), std::string::npos) << name;
   };
 
   // At each step of each file: before it is created, written, flushed, renamed.
@@ -309,7 +318,8 @@ TEST_F(WriteSafety, AnExitKilledAtAnyPointLeavesEachFileOldOrNewAndLosesNoNote) 
     spread += " " + std::to_string(renewed) + " new: " + std::to_string(times) + ";";
   }
   RecordProperty("kills", spread);
-  std::cout << "exit took " << took.count() << " us; " << kills << " random kills," << spread << "\n";
+  std::cout << "exit took " << took.count() << " us; " << kills << " random kills," << spread
+            << "\n";
   ::close(pipe[0]);
   ::close(pipe[1]);
 }

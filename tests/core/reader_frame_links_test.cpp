@@ -13,11 +13,14 @@ using text::Contains;
 
 TEST(Frame, HorizontalPanesDifferOnlyInTheirBodies) {
   EXPECT_EQ(HorizontalFrame(1),
-            u"<!DOCTYPE html><style>span{ color:black; font-weight: bold; background-color: yellow; }</style>"
-            u"<style>a{ color:blue; text-decoration:none; }</style><body scroll=auto style='width:98%; margin:auto; "
+            u"<!DOCTYPE html><style>span{ color:black; font-weight: bold; background-color: "
+            u"yellow; }</style>"
+            u"<style>a{ color:blue; text-decoration:none; }</style><body scroll=auto "
+            u"style='width:98%; margin:auto; "
             u"margin-top:5px; line-height:1.4em; font-size:16px; font-family:ＭＳ ゴシック;'>");
   EXPECT_EQ(HorizontalFrame(2), HorizontalFrame(1));
-  EXPECT_TRUE(HorizontalFrame(3).ends_with(u"margin-top:0px; line-height:1.3em; font-size:16px; font-family:ＭＳ ゴシック;'>"));
+  EXPECT_TRUE(HorizontalFrame(3).ends_with(
+      u"margin-top:0px; line-height:1.3em; font-size:16px; font-family:ＭＳ ゴシック;'>"));
   EXPECT_EQ(HorizontalFrame(4), HorizontalFrame(5));
   EXPECT_TRUE(Contains(HorizontalFrame(5), u"font-size:14px"));
   EXPECT_EQ(HorizontalFrame(6), HorizontalFrame(7));
@@ -27,15 +30,21 @@ TEST(Frame, HorizontalPanesDifferOnlyInTheirBodies) {
 
 TEST(Frame, VerticalFrameCarriesTheWheelStep) {
   const std::u16string frame = VerticalFrame(WheelStep(96));
-  EXPECT_TRUE(frame.starts_with(u"<!DOCTYPE html><script language='javascript'>function handle(delta){if (delta < "
-                                u"0)scrollBy(-25,0);else scrollBy(25,0);} function wheel(event){var delta = 0;"));
-  EXPECT_TRUE(Contains(frame, u"if (delta)handle(delta);if (event.preventDefault)event.preventDefault();"));
-  EXPECT_TRUE(Contains(frame, u"window.onmousewheel = document.onmousewheel = wheel; </script><style>span{"));
-  EXPECT_TRUE(frame.ends_with(u"<body scroll=auto style='width:98%; margin:auto; margin-top:8px; line-height:1.5em; "
-                              u"font-size:16px; font-family:ＭＳ ゴシック;'>"));
-  EXPECT_TRUE(Contains(VerticalFrame(WheelStep(120)), u"scrollBy(-31.25,0);else scrollBy(31.25,0);"));
+  EXPECT_TRUE(frame.starts_with(
+      u"<!DOCTYPE html><script language='javascript'>function handle(delta){if (delta < "
+      u"0)scrollBy(-25,0);else scrollBy(25,0);} function wheel(event){var delta = 0;"));
+  EXPECT_TRUE(
+      Contains(frame, u"if (delta)handle(delta);if (event.preventDefault)event.preventDefault();"));
+  EXPECT_TRUE(Contains(
+      frame, u"window.onmousewheel = document.onmousewheel = wheel; </script><style>span{"));
+  EXPECT_TRUE(frame.ends_with(
+      u"<body scroll=auto style='width:98%; margin:auto; margin-top:8px; line-height:1.5em; "
+      u"font-size:16px; font-family:ＭＳ ゴシック;'>"));
+  EXPECT_TRUE(
+      Contains(VerticalFrame(WheelStep(120)), u"scrollBy(-31.25,0);else scrollBy(31.25,0);"));
   // The measuring pane: the compatibility tag in front of the very same frame.
-  EXPECT_EQ(MeasuringFrame(25), u"<meta http-equiv='X-UA-Compatible' content='IE=9'>" + VerticalFrame(25));
+  EXPECT_EQ(MeasuringFrame(25),
+            u"<meta http-equiv='X-UA-Compatible' content='IE=9'>" + VerticalFrame(25));
   EXPECT_EQ(ZoomText(96), u"100%");
   EXPECT_EQ(ZoomText(120), u"125%");
 }
@@ -95,7 +104,8 @@ TEST_F(LinkTargets, ClicksLeadToALineTheSutraOrNowhere) {
   EXPECT_EQ(ResolveLink(u"66.05", corpus).kind, K::Sutra);
   EXPECT_EQ(ResolveLink(u"66.05", corpus).position, 1);
   EXPECT_EQ(ResolveLink(u"120.03", corpus).position, 3);
-  const LinkTarget beyond = ResolveLink(u"721.20", corpus);  // past the last row's page: no row holds it
+  const LinkTarget beyond =
+      ResolveLink(u"721.20", corpus);  // past the last row's page: no row holds it
   EXPECT_EQ(beyond.kind, K::NotFound);
   EXPECT_TRUE(beyond.message.empty());
   const LinkTarget edge = ResolveLink(u"65", corpus);
@@ -107,7 +117,7 @@ TEST_F(LinkTargets, ClicksLeadToALineTheSutraOrNowhere) {
 TEST(PageBoxes, EachCollectionInItsOwnForm) {
   EXPECT_EQ(PageBoxText(0, u"14611.5"), u"14611.5");
   EXPECT_EQ(PageBoxText(22, u"1234.05"), u"1234.5");  // leading zeros fall away
-  EXPECT_EQ(PageBoxText(23, u"12.5"), u"12.50");  // line 50
+  EXPECT_EQ(PageBoxText(23, u"12.5"), u"12.50");      // line 50
   EXPECT_EQ(PageBoxText(22, u""), u"");
   // 縮冊: a volume prefix from 2 on.
   EXPECT_EQ(PageBoxText(24, u"20043.03"), u"2-43.3");
@@ -128,11 +138,14 @@ TEST(PageBoxes, EachCollectionInItsOwnForm) {
 }
 
 TEST(PageBoxes, TakeDigitsDashAndEditingKeysOnly) {
-  for (const char16_t k : std::u16string(u"0123456789-\b\x03\x16")) EXPECT_TRUE(PageBoxTakes(k)) << int(k);
+  for (const char16_t k : std::u16string(u"0123456789-\b\x03\x16"))
+    EXPECT_TRUE(PageBoxTakes(k)) << int(k);
   for (const char16_t k : std::u16string(u".aP \r")) EXPECT_FALSE(PageBoxTakes(k)) << int(k);
   // The sutra's and the sources' boxes: the point instead of the dash.
-  for (const char16_t k : std::u16string(u"0123456789.\b\x03\x16")) EXPECT_TRUE(ScripturePageBoxTakes(k)) << int(k);
-  for (const char16_t k : std::u16string(u"-aP \r")) EXPECT_FALSE(ScripturePageBoxTakes(k)) << int(k);
+  for (const char16_t k : std::u16string(u"0123456789.\b\x03\x16"))
+    EXPECT_TRUE(ScripturePageBoxTakes(k)) << int(k);
+  for (const char16_t k : std::u16string(u"-aP \r"))
+    EXPECT_FALSE(ScripturePageBoxTakes(k)) << int(k);
   EXPECT_EQ(ContentsOf(kSourcesFamily), FormKind::Form15);
   EXPECT_EQ(ContentsOf(kWritingsFamily), FormKind::Form9);
 }

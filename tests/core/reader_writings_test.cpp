@@ -34,10 +34,14 @@ class Writings : public ::testing::Test {
     ASSERT_EQ(place.OldLsys, sysNo) << "not in this order";
     reader->GoToLine(place.Lpos);
   }
-  std::u16string SysNoHere() const { return std::u16string(reader->table().Text(reader->Lpos(), corpus::dat::kSysNo)); }
+  std::u16string SysNoHere() const {
+    return std::u16string(reader->table().Text(reader->Lpos(), corpus::dat::kSysNo));
+  }
   int FirstLineOf(int m) const { return LineOrder::Writings(corpus).FirstLineOf(m); }
   ReaderOutcome Key(int code, int shift = 0) { return reader->KeyDownAll(code, shift); }
-  std::u16string Pane(const WritingsView& v, int pane) { return v.panes[static_cast<std::size_t>(pane)].body; }
+  std::u16string Pane(const WritingsView& v, int pane) {
+    return v.panes[static_cast<std::size_t>(pane)].body;
+  }
 
   corpus::Corpus corpus;
   corpus::Selection selection;
@@ -135,7 +139,8 @@ TEST_F(Writings, HeadBoxesAndPageBoxes) {
 
 TEST_F(Writings, StubsLinkInTheSystemOrderAndAreCutInACollection) {
   At(u"12862");
-  EXPECT_EQ(Pane(reader->Hyouji(), 1), u"この段は滝音御書(別本)に移動<BR><a href='11301'>11301</a>");
+  EXPECT_EQ(Pane(reader->Hyouji(), 1),
+            u"この段は滝音御書(別本)に移動<BR><a href='11301'>11301</a>");
   Choose(22);
   reader->Deactivate();
   reader->FindPlaceAgain();
@@ -273,7 +278,8 @@ TEST_F(Writings, FramesAreWrittenOncePerLayout) {
   for (int p = 1; p <= kPanes; ++p) {
     ASSERT_TRUE(v.panes[static_cast<std::size_t>(p)].frame) << p;
     EXPECT_EQ(*v.panes[static_cast<std::size_t>(p)].frame, HorizontalFrame(p));
-    EXPECT_EQ(v.panes[static_cast<std::size_t>(p)].colour, kHorizontalColours[static_cast<std::size_t>(p)]);
+    EXPECT_EQ(v.panes[static_cast<std::size_t>(p)].colour,
+              kHorizontalColours[static_cast<std::size_t>(p)]);
   }
   EXPECT_EQ(v.zoom, u"100%");
   EXPECT_TRUE(v.scrollPanesToTop);
@@ -329,7 +335,8 @@ TEST_F(Writings, NotesAreEditedInTheirPanes) {
   EXPECT_EQ(corpus.DatDirty, 0);  // unchanged: nothing to save
   reader->EndNoteEdit(5, *start, u"作業の覚え\r\n二行目\r\n三行目");
   EXPECT_EQ(corpus.DatDirty, 1);
-  EXPECT_EQ(reader->table().Text(reader->Lpos(), corpus::dat::kNote2), u"作業の覚え／二行目／三行目");
+  EXPECT_EQ(reader->table().Text(reader->Lpos(), corpus::dat::kNote2),
+            u"作業の覚え／二行目／三行目");
   EXPECT_EQ(Pane(reader->Hyouji(), 5), u"作業の覚え<BR>二行目<BR>三行目");
 }
 
@@ -400,26 +407,32 @@ TEST_F(Writings, LinksAndJumpsOpenOrRaiseReaders) {
 TEST(PaneKeys, BrowserCommandsAreBarredAndArrowsMove) {
   using A = PaneKey::Action;
   EXPECT_EQ(PaneKeyDown(key::kS, false, false, false, true).action, A::CloseMenu);
-  EXPECT_EQ(PaneKeyDown(27, false, false, false, true).action, A::Pass);  // Esc closes through the window
+  EXPECT_EQ(PaneKeyDown(27, false, false, false, true).action,
+            A::Pass);  // Esc closes through the window
   EXPECT_EQ(PaneKeyDown(key::kF, false, true, false, false).action, A::FocusSearch);
-  for (const int k : {80, 78, 79, 76, 187, 189, 48}) EXPECT_EQ(PaneKeyDown(k, false, true, false, false).action, A::Swallow);
+  for (const int k : {80, 78, 79, 76, 187, 189, 48})
+    EXPECT_EQ(PaneKeyDown(k, false, true, false, false).action, A::Swallow);
   EXPECT_EQ(PaneKeyDown(80, false, false, false, false).action, A::Pass);  // P alone is a letter
   EXPECT_EQ(PaneKeyDown(67, false, true, false, false).action, A::Copy);
   EXPECT_EQ(PaneKeyDown(116, false, false, false, false).action, A::Swallow);
   const PaneKey up = PaneKeyDown(key::kUp, true, true, false, false);
   EXPECT_EQ(up.action, A::Move);
   EXPECT_EQ(up.shift, key::kShift | key::kCtrl);
-  EXPECT_EQ(PaneKeyDown(key::kS, false, false, false, false).action, A::Pass);  // letters act outside the panes
+  EXPECT_EQ(PaneKeyDown(key::kS, false, false, false, false).action,
+            A::Pass);  // letters act outside the panes
 }
 
 TEST(DoubleClick, SelectsTheRunOfKanji) {
   const std::u16string t = u"の観念の窓をabc漢字\r\n法華経";
   EXPECT_EQ(KanjiRunAround(t, 2, 3), (std::pair<std::size_t, std::size_t>{1, 3}));  // 観念
-  EXPECT_EQ(KanjiRunAround(t, 0, 1), (std::pair<std::size_t, std::size_t>{0, 1}));  // kana: as clicked
-  EXPECT_EQ(KanjiRunAround(t, 6, 7), (std::pair<std::size_t, std::size_t>{6, 7}));  // ASCII is no kanji
+  EXPECT_EQ(KanjiRunAround(t, 0, 1),
+            (std::pair<std::size_t, std::size_t>{0, 1}));  // kana: as clicked
+  EXPECT_EQ(KanjiRunAround(t, 6, 7),
+            (std::pair<std::size_t, std::size_t>{6, 7}));  // ASCII is no kanji
   // Single-byte characters next to kanji pass the code test; a line end stops the run.
   EXPECT_EQ(KanjiRunAround(t, 9, 10).first, 6u);
-  EXPECT_EQ(KanjiRunAround(t, 14, 15), (std::pair<std::size_t, std::size_t>{12, 16}));  // LF passes, CR stops
+  EXPECT_EQ(KanjiRunAround(t, 14, 15),
+            (std::pair<std::size_t, std::size_t>{12, 16}));  // LF passes, CR stops
   // Trailing blanks of the selection fall away first.
   EXPECT_EQ(KanjiRunAround(u"あ\u3000 ", 0, 3), (std::pair<std::size_t, std::size_t>{0, 1}));
 }
@@ -490,7 +503,8 @@ TEST(WritingsLayout, TheScriptureReadersFourPanes) {
 
   // Down: the main page over the second one, each as tall as its columns;
   // the pane of the second text is the reader's choice.
-  const WritingsLayout down = LayOutScripture({.Muki1 = 1, .secondPane = 3, .height1 = 288, .height2 = 256});
+  const WritingsLayout down =
+      LayOutScripture({.Muki1 = 1, .secondPane = 3, .height1 = 288, .height2 = 256});
   EXPECT_EQ(down.panes[1].h, 288 + 24);
   EXPECT_EQ(down.panes[3].h, 256 + 32);
   EXPECT_FALSE(down.panes[2].visible || down.panes[4].visible);
@@ -499,12 +513,14 @@ TEST(WritingsLayout, TheScriptureReadersFourPanes) {
   EXPECT_EQ(down.height, down.panes[3].bottom() + 8);
 
   // An empty main text: the second page alone.
-  const WritingsLayout alone = LayOutScripture({.Muki1 = 1, .secondPane = 3, .height2 = 576, .mainEmpty = true});
+  const WritingsLayout alone =
+      LayOutScripture({.Muki1 = 1, .secondPane = 3, .height2 = 576, .mainEmpty = true});
   EXPECT_FALSE(alone.panes[1].visible);
   EXPECT_EQ(alone.panes[3].y, down.panes[1].y);
 
   // Compact: one place, the flipped pane on top.
-  const WritingsLayout compact = LayOutScripture({.Muki1 = 1, .Gcm1 = 1, .secondPane = 2, .compactTop = 2});
+  const WritingsLayout compact =
+      LayOutScripture({.Muki1 = 1, .Gcm1 = 1, .secondPane = 2, .compactTop = 2});
   EXPECT_EQ(compact.panes[1].y, compact.panes[2].y);
   EXPECT_EQ(compact.paneOnTop, 2);
   EXPECT_TRUE(compact.Command16);

@@ -6,8 +6,8 @@
 #include "core/corpus/note_journal.h"
 #include "core/corpus/orders.h"
 #include "core/reader/frame.h"
-#include "core/scripture/sources_reader.h"
 #include "core/scripture/scripture_window.h"
+#include "core/scripture/sources_reader.h"
 #include "core/scripture/sutra_reader.h"
 #include "core/text/numbers.h"
 #include "core/text/utf16.h"
@@ -105,14 +105,17 @@ TEST_F(Sutra, HeaderShowsTheScrollAndThePages) {
   reader::ReaderView v = reader.Hyouji();
   const std::u16string name(hok().Get(211, corpus::hok::kSutraName));
   EXPECT_EQ(v.Text4, name);  // before the first scroll
-  EXPECT_EQ(v.caption, u"経文「" + name + u" " + std::u16string(hok().Get(211, corpus::hok::kChapter)) + u"」");
+  EXPECT_EQ(v.caption, u"経文「" + name + u" " +
+                           std::u16string(hok().Get(211, corpus::hok::kChapter)) + u"」");
   reader.GoToRow(212);
-  EXPECT_EQ(reader.Hyouji().Text4, std::u16string(hok().Get(212, corpus::hok::kSutraName)) + u"巻第一");
+  EXPECT_EQ(reader.Hyouji().Text4,
+            std::u16string(hok().Get(212, corpus::hok::kSutraName)) + u"巻第一");
   reader.GoToRow(2514);
   v = reader.Hyouji();
   EXPECT_TRUE(v.Text4.ends_with(u"巻第八"));
   EXPECT_EQ(v.PageBox(1), hok().Get(2514, corpus::hok::kNumber));
-  EXPECT_EQ(v.PageBox(11), text::Format(hok().Get(2514, corpus::hok::kKaiketsuPage), text::kShortPageFormat));
+  EXPECT_EQ(v.PageBox(11),
+            text::Format(hok().Get(2514, corpus::hok::kKaiketsuPage), text::kShortPageFormat));
   EXPECT_TRUE(Contains(v.PageBox(11), u"."));
   EXPECT_EQ(v.tabVisible.size(), 4u);
 }
@@ -179,7 +182,8 @@ TEST_F(Sutra, PagesSearchedAreTheWritingsPages) {
   for (int p = start; p <= std::min(corpus.DasMaxY, hok().rows()); ++p) {
     const int row = corpus.DatOrder[static_cast<std::size_t>(p)];
     const double klass = text::Val(corpus.Dat().Get(row, corpus::dat::kClass));
-    if (std::floor(text::Val(corpus.Dat().Get(row, 22))) == page && selection.Shows(static_cast<int>(klass))) {
+    if (std::floor(text::Val(corpus.Dat().Get(row, 22))) == page &&
+        selection.Shows(static_cast<int>(klass))) {
       ++expected;
     }
   }
@@ -206,8 +210,9 @@ TEST_F(Scripture, ANoteTheJournalCannotTakeStaysAndTheUserIsTold) {
   reader.GoToRow(5);
   const auto start = reader.StartNoteEdit(4);
   ASSERT_TRUE(start);
-  corpus::ScopedWriteFault full(
-      [](const std::filesystem::path&, corpus::WriteStep at) { return at == corpus::WriteStep::Write ? ENOSPC : 0; });
+  corpus::ScopedWriteFault full([](const std::filesystem::path&, corpus::WriteStep at) {
+    return at == corpus::WriteStep::Write ? ENOSPC : 0;
+  });
   const reader::ReaderOutcome out = reader.EndNoteEdit(4, *start, u"残る覚え");
   EXPECT_TRUE(out.redraw);
   EXPECT_EQ(out.message.find(corpus::kNoteNotJournaled), 0U);
@@ -236,10 +241,10 @@ TEST(SutraPage, ShorterTextsArePaddedWithIdeographicSpaces) {
   const reader::ReaderView v = reader.Hyouji();
   EXPECT_EQ(v.BlockLines, 3);
   const std::u16string padded = u"訳文" + std::u16string(18, u'\u3000');
-  EXPECT_EQ(v.panes[2].body, u"<DIV style='height:288px; writing-mode:tb-rl;'>" + padded + u"<BR><BR>" + padded +
-                                 u"<BR><BR>" + padded);
-  EXPECT_EQ(v.panes[1].body, u"<DIV style='height:256px; writing-mode:tb-rl;'>" + reading + u"<BR><BR>" + reading +
-                                 u"<BR><BR>" + reading);
+  EXPECT_EQ(v.panes[2].body, u"<DIV style='height:288px; writing-mode:tb-rl;'>" + padded +
+                                 u"<BR><BR>" + padded + u"<BR><BR>" + padded);
+  EXPECT_EQ(v.panes[1].body, u"<DIV style='height:256px; writing-mode:tb-rl;'>" + reading +
+                                 u"<BR><BR>" + reading + u"<BR><BR>" + reading);
 }
 
 class Sources : public Scripture {
@@ -301,7 +306,8 @@ TEST_F(Sources, OnePaneFormAndItsSwitches) {
   EXPECT_FALSE(reader.Command13().redraw);
   v = reader.Hyouji();
   EXPECT_TRUE(v.panes[2].written);
-  EXPECT_TRUE(v.panes[1].body.starts_with(u"<DIV style='height:" + text::IntText(settings.SmL1 * 16) + u"px;"));
+  EXPECT_TRUE(v.panes[1].body.starts_with(u"<DIV style='height:" +
+                                          text::IntText(settings.SmL1 * 16) + u"px;"));
   EXPECT_FALSE(reader.Command6().redraw);
 }
 

@@ -470,8 +470,10 @@ TEST_F(Driver, AnEmptyListRunsNoScan) {
 // The sources: `SDat` through its own order, two works.
 TEST_F(Driver, SourcesSearchTheirOwnOrderWithoutTheWritingsFilters) {
   auto& sdat = corpus.SDat();
-  const std::vector<std::array<std::u16string_view, 2>> lines = {
-      {u"◆東の国の記", u"東国記"}, {u"雨の降る日", u"雨降日"}, {u"◆西の寺の記", u"西寺記"}, {u"雨やむ", u"雨止"}};
+  const std::vector<std::array<std::u16string_view, 2>> lines = {{u"◆東の国の記", u"東国記"},
+                                                                 {u"雨の降る日", u"雨降日"},
+                                                                 {u"◆西の寺の記", u"西寺記"},
+                                                                 {u"雨やむ", u"雨止"}};
   corpus.SDatOrder = {0};
   for (int p = 1; p <= 4; ++p) {
     sdat.Set(p, corpus::sdat::kReading, lines[static_cast<std::size_t>(p - 1)][0]);

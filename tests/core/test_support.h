@@ -149,7 +149,8 @@ inline std::filesystem::path FixtureStore() {
 // a fresh Corpus per test; a test that writes must copy it first.
 inline const std::filesystem::path& SampleStore() {
   static const std::filesystem::path folder = [] {
-    const auto path = std::filesystem::temp_directory_path() / ("suizo-sample-" + std::to_string(::getpid()));
+    const auto path =
+        std::filesystem::temp_directory_path() / ("suizo-sample-" + std::to_string(::getpid()));
     std::filesystem::remove_all(path);
     std::filesystem::copy(std::filesystem::path(SUIZO_SOURCE_DIR) / "data" / "sample", path,
                           std::filesystem::copy_options::recursive);

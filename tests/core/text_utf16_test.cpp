@@ -87,7 +87,9 @@ TEST(JsonString, HoldsEveryCodeUnitExactly) {
       {u"\u2028\u2029", "\"\\u2028\\u2029\""},
       {u"\U0002000B", "\"\xF0\xA0\x80\x8B\""},  // a pair
       {u"a\xD840", "\"a\\ud840\""},             // a high half at the end
-      {u"\xDC0B" u"b", "\"\\udc0bb\""},          // a low half alone
+      {u"\xDC0B"
+       u"b",
+       "\"\\udc0bb\""},                         // a low half alone
       {u"\xDC0B\xD840", "\"\\udc0b\\ud840\""},  // halves the wrong way round
       {u"\xD840\xD840\xDC0B", "\"\\ud840\xF0\xA0\x80\x8B\""},
       {u"</script><!--", "\"</script><!--\""},

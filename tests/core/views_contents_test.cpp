@@ -27,8 +27,12 @@ class ContentsTest : public ::testing::Test {
     selection.Kn = kn;
     corpus::ApplySelection(corpus, selection);
   }
-  int PlaceOf(std::u16string_view sysNo) const { return corpus::FindContentsPlace(corpus, sysNo).Mpos; }
-  std::u16string SysNoAt(const Contents& c, int m) const { return std::u16string(c.Grid().TextMatrix(m, 0)); }
+  int PlaceOf(std::u16string_view sysNo) const {
+    return corpus::FindContentsPlace(corpus, sysNo).Mpos;
+  }
+  std::u16string SysNoAt(const Contents& c, int m) const {
+    return std::u16string(c.Grid().TextMatrix(m, 0));
+  }
   void Search(Contents& c, std::u16string_view box, int target = 0) {
     c.SrTarget = target;
     c.Combo1 = box;
@@ -134,7 +138,8 @@ TEST_F(ContentsGridTest, EmptyListKeepsTwoRowsWithTheSecondHidden) {
   EXPECT_EQ(c.Mpos, 1);
   EXPECT_EQ(c.Screen().Label5, u"0/37");
   EXPECT_TRUE(c.JumpTitle().empty());
-  for (int i = 0; i <= 10; ++i) EXPECT_EQ(c.Screen().ClevBack[static_cast<std::size_t>(i)], reader::kClevOff);
+  for (int i = 0; i <= 10; ++i)
+    EXPECT_EQ(c.Screen().ClevBack[static_cast<std::size_t>(i)], reader::kClevOff);
 }
 
 // ---- the search ----
@@ -419,13 +424,16 @@ class ContentsWindowTest : public ContentsTest {
           using reader::FormKind;
           if (kind == FormKind::Form9 || kind == FormKind::Form15) {
             return std::make_unique<ContentsWindow>(
-                kind == FormKind::Form9 ? ContentsKind::Writings : ContentsKind::Sources, corpus, selection, settings);
+                kind == FormKind::Form9 ? ContentsKind::Writings : ContentsKind::Sources, corpus,
+                selection, settings);
           }
           if (kind == FormKind::Form6) return std::make_unique<FakeDictionary>(kind);
           return std::make_unique<FakeView>(kind);
         }),
         nav(corpus, windows) {}
-  ContentsWindow& Main() { return dynamic_cast<ContentsWindow&>(windows.Single(reader::FormKind::Form9)); }
+  ContentsWindow& Main() {
+    return dynamic_cast<ContentsWindow&>(windows.Single(reader::FormKind::Form9));
+  }
 
   reader::WindowRegistry windows;
   reader::Navigator nav;
@@ -444,8 +452,8 @@ TEST_F(ContentsWindowTest, ButtonsJumpInTheirFamilyAndTheWindowStepsBackUnlessPi
   main.Pin = true;
   const ContentsAction dictionary = main.Command(8, nav, windows);
   EXPECT_FALSE(dictionary.minimise);
-  EXPECT_EQ(dictionary.jump.window->Combo1(), u"秋霧事");  // cut before the blank
-  EXPECT_EQ(main.Command(3, nav, windows).jump.window, nullptr);  // 注経 stays inert
+  EXPECT_EQ(dictionary.jump.window->Combo1(), u"秋霧事");               // cut before the blank
+  EXPECT_EQ(main.Command(3, nav, windows).jump.window, nullptr);        // 注経 stays inert
   EXPECT_EQ(main.GridDblClick(10, nav, windows).jump.window, nullptr);  // on the header
 }
 

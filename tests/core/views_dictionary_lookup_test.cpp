@@ -64,7 +64,8 @@ class DictionaryLookupTest : public ::testing::Test {
 TEST_F(DictionaryLookupTest, PassingOverEntriesThatCannotBeHitsChangesNoResult) {
   // Head words and readings inside longer text, pieces of explanations,
   // words with brackets and two words.
-  std::vector<std::u16string> selections = {u"法華経を", u"(法華)経を", u"しほ", u"かひ", u"法 経", u"御(書)"};
+  std::vector<std::u16string> selections = {u"法華経を", u"(法華)経を", u"しほ",
+                                            u"かひ",     u"法 経",      u"御(書)"};
   for (int m = 1; m <= c.DisMaxY; m += 2) {
     const int row = c.DicOrder[static_cast<std::size_t>(m)];
     selections.push_back(std::u16string(c.Dic().Get(row, dic::kHeadWord)) + u"を");

@@ -52,7 +52,8 @@ class DictionarySample : public ::testing::Test {
 
   // The reading position of the `p`-th line of the writings, by its ｼｽﾃﾑNo.
   std::u16string DatSysNo(int p) const {
-    return std::u16string(c.Dat().Get(c.DatOrder[static_cast<std::size_t>(p)], corpus::dat::kSysNo));
+    return std::u16string(
+        c.Dat().Get(c.DatOrder[static_cast<std::size_t>(p)], corpus::dat::kSysNo));
   }
   int DposOf(std::u16string_view head) const {
     for (int p = 1; p <= c.DisMaxY; ++p) {
@@ -82,8 +83,7 @@ TEST_F(DictionaryLinks, LinesOfTheWritingsLinkToTheirReadingPosition) {
   EXPECT_EQ(Linked(u"目録" + sysNo + u"7"), u"目録" + sysNo + u"7");
   // A number no line has, and a line of a class not shown, stay plain.
   EXPECT_EQ(Linked(u"〔49999〕"), u"〔49999〕");
-  const int klass =
-      static_cast<int>(text::Val(c.Dat().Get(c.DatOrder[5], corpus::dat::kClass)));
+  const int klass = static_cast<int>(text::Val(c.Dat().Get(c.DatOrder[5], corpus::dat::kClass)));
   selection.CSel[static_cast<std::size_t>(klass)] = 0;
   EXPECT_EQ(Linked(sysNo), sysNo);
 }
@@ -98,9 +98,8 @@ TEST_F(DictionaryLinks, SourcesLinkByTheirNumberOrTheirLine) {
 
   // A line of a source from 50000 up; it counts while its source is kept.
   int p = 1;
-  while (p <= c.SDasMaxY &&
-         text::Val(c.SDat().Get(c.SDatOrder[static_cast<std::size_t>(p)], corpus::sdat::kSysNo)) <
-             50000)
+  while (p <= c.SDasMaxY && text::Val(c.SDat().Get(c.SDatOrder[static_cast<std::size_t>(p)],
+                                                   corpus::sdat::kSysNo)) < 50000)
     ++p;
   ASSERT_LE(p, c.SDasMaxY);
   const int row = c.SDatOrder[static_cast<std::size_t>(p)];
@@ -154,7 +153,8 @@ TEST_F(DictionaryModel, AnEntryShowsItsFieldsTermsAndLinks) {
   d.Hyouji();
   const DictionaryOutcome next = d.KanrenClick(1);
   EXPECT_EQ(next.jump, DictionaryOutcome::Jump::Dictionary);
-  EXPECT_EQ(next.text, c.Dic().Get(c.DicOrder[static_cast<std::size_t>(d.Dpos + 1)], dic::kHeadWord));
+  EXPECT_EQ(next.text,
+            c.Dic().Get(c.DicOrder[static_cast<std::size_t>(d.Dpos + 1)], dic::kHeadWord));
   EXPECT_EQ(d.KanrenClick(2).jump, DictionaryOutcome::Jump::None);
 }
 

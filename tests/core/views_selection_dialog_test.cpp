@@ -42,7 +42,8 @@ TEST(SelectionDialog, OpensOnTheSelectionAndAppliesOnlyOnConfirm) {
 // A window that notes when it is asked to follow.
 class Follower : public reader::OpenWindow {
  public:
-  Follower(FormKind kind, std::vector<std::pair<FormKind, bool>>& log) : OpenWindow(kind), log_(log) {}
+  Follower(FormKind kind, std::vector<std::pair<FormKind, bool>>& log)
+      : OpenWindow(kind), log_(log) {}
   void FollowSelection() override { log_.emplace_back(kind(), false); }
   void PlacementsRebuilt() override { log_.emplace_back(kind(), true); }
 
@@ -65,10 +66,11 @@ class Follow : public ::testing::Test {
 
 TEST_F(Follow, EveryWindowFollowsInItsTurn) {
   std::vector<std::pair<FormKind, bool>> log;
-  reader::WindowRegistry windows(
-      [&](FormKind kind) -> std::unique_ptr<reader::OpenWindow> { return std::make_unique<Follower>(kind, log); });
-  for (const FormKind kind : {FormKind::Form2, FormKind::Form6, FormKind::Form5, FormKind::Form9, FormKind::Form12,
-                              FormKind::Form16}) {
+  reader::WindowRegistry windows([&](FormKind kind) -> std::unique_ptr<reader::OpenWindow> {
+    return std::make_unique<Follower>(kind, log);
+  });
+  for (const FormKind kind : {FormKind::Form2, FormKind::Form6, FormKind::Form5, FormKind::Form9,
+                              FormKind::Form12, FormKind::Form16}) {
     windows.Create(kind);
   }
   SelectionDialog dialog(selection);

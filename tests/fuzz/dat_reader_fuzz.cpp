@@ -25,7 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // What was read reads back from every cell.
   if (table.rows() > schema.rowCapacity) std::abort();
   for (int row = 0; row <= table.rows(); ++row) {
-    for (int field = 0; field < static_cast<int>(schema.fields.size()); ++field) (void)table.Get(row, field);
+    for (int field = 0; field < static_cast<int>(schema.fields.size()); ++field)
+      (void)table.Get(row, field);
   }
   return 0;
 }

@@ -26,8 +26,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   const std::string again = corpus::EncodeDax(table);
-  const auto copy = fuzzing::WriteInput(std::string(schema.stem) + "-again.dax",
-                                        reinterpret_cast<const std::uint8_t*>(again.data()), again.size());
+  const auto copy =
+      fuzzing::WriteInput(std::string(schema.stem) + "-again.dax",
+                          reinterpret_cast<const std::uint8_t*>(again.data()), again.size());
   corpus::Table reread(schema);
   corpus::ReadDax(copy, reread);
   if (reread.rows() != table.rows() || reread.cols() != table.cols()) std::abort();

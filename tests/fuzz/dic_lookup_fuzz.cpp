@@ -34,7 +34,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::u16string selection = fuzzing::Units(data, size).substr(0, 40);
   for (const int target : {views::kDicTargetHeadword, views::kDicTargetExplanation}) {
     const views::DicLookupResult a = s.filtered.KensakuDic(selection, target);
-    if (a.SrnPos < 0 || a.SrnPos > a.Srn || static_cast<int>(a.Sr.size()) != a.Srn + 1) std::abort();
+    if (a.SrnPos < 0 || a.SrnPos > a.Srn || static_cast<int>(a.Sr.size()) != a.Srn + 1)
+      std::abort();
     if (target == views::kDicTargetHeadword) {
       const views::DicLookupResult b = s.every.KensakuDic(selection, target);
       if (a.Sr != b.Sr || a.SrnPos != b.SrnPos || a.log != b.log) std::abort();

@@ -19,7 +19,8 @@ namespace suizo::fuzzing {
 
 inline const std::filesystem::path& Scratch() {
   static const std::filesystem::path folder = [] {
-    auto path = std::filesystem::temp_directory_path() / ("suizo-fuzz-" + std::to_string(::getpid()));
+    auto path =
+        std::filesystem::temp_directory_path() / ("suizo-fuzz-" + std::to_string(::getpid()));
     std::filesystem::create_directories(path);
     std::atexit([] { std::filesystem::remove_all(Scratch()); });
     return path;
@@ -28,7 +29,8 @@ inline const std::filesystem::path& Scratch() {
 }
 
 // The input as a file of the scratch folder.
-inline std::filesystem::path WriteInput(std::string_view name, const std::uint8_t* data, std::size_t size) {
+inline std::filesystem::path WriteInput(std::string_view name, const std::uint8_t* data,
+                                        std::size_t size) {
   const std::filesystem::path path = Scratch() / std::string(name);
   std::ofstream(path, std::ios::binary | std::ios::trunc)
       .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
@@ -38,7 +40,8 @@ inline std::filesystem::path WriteInput(std::string_view name, const std::uint8_
 // The input read as UTF-16 units, little-endian.
 inline std::u16string Units(const std::uint8_t* data, std::size_t size) {
   std::u16string units;
-  for (std::size_t i = 0; i + 1 < size; i += 2) units += static_cast<char16_t>(data[i] | (data[i + 1] << 8));
+  for (std::size_t i = 0; i + 1 < size; i += 2)
+    units += static_cast<char16_t>(data[i] | (data[i + 1] << 8));
   return units;
 }
 

@@ -44,7 +44,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   // Notes only: the texts and the row count stay as the store has them.
-  if (c.Dat().Get(1, 10) != title || c.table(corpus::TableId::Hok).Get(1, 2) != sutra || c.Dat().rows() != rows) {
+  if (c.Dat().Get(1, 10) != title || c.table(corpus::TableId::Hok).Get(1, 2) != sutra ||
+      c.Dat().rows() != rows) {
     std::abort();
   }
   return 0;

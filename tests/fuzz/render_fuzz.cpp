@@ -39,7 +39,8 @@ Sample& Loaded() {
 
 std::size_t Count(const std::string& s, const std::string& part) {
   std::size_t n = 0;
-  for (std::size_t at = s.find(part); at != std::string::npos; at = s.find(part, at + part.size())) ++n;
+  for (std::size_t at = s.find(part); at != std::string::npos; at = s.find(part, at + part.size()))
+    ++n;
   return n;
 }
 

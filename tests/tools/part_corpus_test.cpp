@@ -13,8 +13,8 @@ namespace suizo::testing {
 namespace {
 
 int Generate(const std::string& part, const std::filesystem::path& out) {
-  const std::string command = std::string("\"") + GEN_CORPUS + "\" --scale full --part " + part + " --out \"" +
-                              out.string() + "\" 2>/dev/null";
+  const std::string command = std::string("\"") + GEN_CORPUS + "\" --scale full --part " + part +
+                              " --out \"" + out.string() + "\" 2>/dev/null";
   return std::system(command.c_str());
 }
 

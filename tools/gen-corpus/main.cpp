@@ -28,11 +28,13 @@ int main(int argc, char** argv) {
       scaleName = argv[++i];
     } else if (arg == "--part" && i + 1 < argc) {
       const std::string value = argv[++i];
-      percent = value.find_first_not_of("0123456789") == std::string::npos && !value.empty() && value.size() <= 3
+      percent = value.find_first_not_of("0123456789") == std::string::npos && !value.empty() &&
+                        value.size() <= 3
                     ? std::stoi(value)
                     : 0;
       if (percent < 1 || percent > 100) {
-        std::cerr << "gen-corpus: --part takes a percentage from 1 to 100, not \"" << value << "\"\n";
+        std::cerr << "gen-corpus: --part takes a percentage from 1 to 100, not \"" << value
+                  << "\"\n";
         return 2;
       }
     } else if (arg == "--out" && i + 1 < argc) {
@@ -51,7 +53,8 @@ int main(int argc, char** argv) {
   }
   try {
     std::filesystem::create_directories(out);
-    const Sizes sizes = PartOf(SizesOf(scaleName == "sample" ? Scale::Sample : Scale::Full), percent);
+    const Sizes sizes =
+        PartOf(SizesOf(scaleName == "sample" ? Scale::Sample : Scale::Full), percent);
     Registry registry;
     WriteWritings(sizes, registry, out);
     WriteSources(sizes, registry, out);

@@ -57,7 +57,8 @@ void Shoot(QWidget* window, const char* name, int settleMs = 1500) {
     return;
   }
   Settle(settleMs);
-  const QString file = QStringLiteral("%1/%2-%3.png").arg(out).arg(step, 2, 10, QChar('0')).arg(name);
+  const QString file =
+      QStringLiteral("%1/%2-%3.png").arg(out).arg(step, 2, 10, QChar('0')).arg(name);
   if (!window->grab().save(file)) Fail("the picture could not be written");
   std::printf("%s\n", qPrintable(file));
 }
@@ -94,13 +95,15 @@ void Type(QWidget* window, const QString& text) {
 
 // A click on a button as the mouse gives it, with modifiers or another
 // button: the readers take Shift, Ctrl and the right button on their own.
-void Click(QWidget* window, const char* button, Qt::MouseButton which, Qt::KeyboardModifiers modifiers) {
+void Click(QWidget* window, const char* button, Qt::MouseButton which,
+           Qt::KeyboardModifiers modifiers) {
   auto* b = window != nullptr ? window->findChild<QPushButton*>(QLatin1String(button)) : nullptr;
   if (b == nullptr) return Fail(button);
   const QPointF at(b->width() / 2.0, b->height() / 2.0);
   QMouseEvent press(QEvent::MouseButtonPress, at, b->mapToGlobal(at), which, which, modifiers);
   QApplication::sendEvent(b, &press);
-  QMouseEvent release(QEvent::MouseButtonRelease, at, b->mapToGlobal(at), which, Qt::NoButton, modifiers);
+  QMouseEvent release(QEvent::MouseButtonRelease, at, b->mapToGlobal(at), which, Qt::NoButton,
+                      modifiers);
   QApplication::sendEvent(b, &release);
   Settle();
 }
@@ -144,7 +147,8 @@ int main(int argc, char** argv) {
   // The contents: another collection, then a title by its reading.
   WithDialog([&] { program.OpenSelection(contents); },
              [&](QDialog& dialog) {
-               if (auto* teihon = dialog.findChild<QRadioButton*>(QStringLiteral("Option1_1"))) teihon->click();
+               if (auto* teihon = dialog.findChild<QRadioButton*>(QStringLiteral("Option1_1")))
+                 teihon->click();
                Shoot(&dialog, "contents-collection", 300);
                Press(&dialog, "Command1");
              });
@@ -175,8 +179,10 @@ int main(int argc, char** argv) {
   Click(reader, "Command1", Qt::RightButton, Qt::NoModifier);  // AND to OR
   Type(reader, QStringLiteral("浄土　弥陀"));
   Shoot(reader, "search-or");
-  for (int i = 0; i < 2; ++i) Click(reader, "Command1", Qt::RightButton, Qt::NoModifier);  // back to AND
-  if (auto* box = reader != nullptr ? reader->findChild<QLineEdit*>(QStringLiteral("Combo1")) : nullptr) {
+  for (int i = 0; i < 2; ++i)
+    Click(reader, "Command1", Qt::RightButton, Qt::NoModifier);  // back to AND
+  if (auto* box =
+          reader != nullptr ? reader->findChild<QLineEdit*>(QStringLiteral("Combo1")) : nullptr) {
     box->setText(QStringLiteral("一切衆生悉有仏性"));
   }
   Click(reader, "Command1", Qt::LeftButton, Qt::ShiftModifier);
@@ -190,7 +196,8 @@ int main(int argc, char** argv) {
   Shoot(reader, "search-page");
 
   // A note on the line: Ctrl and a double click on the work pane.
-  if (auto* form = qobject_cast<suizo::app::ReaderForm*>(reader); form != nullptr && form->StartNoteEdit(5)) {
+  if (auto* form = qobject_cast<suizo::app::ReaderForm*>(reader);
+      form != nullptr && form->StartNoteEdit(5)) {
     form->EditBox()->insertPlainText(QStringLiteral("読み直す：宛所の比定"));
     Shoot(reader, "note", 500);
     if (auto* box = reader->findChild<QLineEdit*>(QStringLiteral("Combo1"))) box->setFocus();
@@ -222,7 +229,8 @@ int main(int argc, char** argv) {
   Press(chronology, "Command13");
   WithDialog([&] { Press(chronology, "Command7"); },
              [&](QDialog& dialog) {
-               if (auto* told = dialog.findChild<QCheckBox*>(QStringLiteral("Check2_0"))) told->click();
+               if (auto* told = dialog.findChild<QCheckBox*>(QStringLiteral("Check2_0")))
+                 told->click();
                Shoot(&dialog, "chronology-kinds", 300);
                Press(&dialog, "Command1");
              });
@@ -263,7 +271,8 @@ int main(int argc, char** argv) {
   Settle(300);
   ++step;
   for (QWidget* w : QApplication::topLevelWidgets()) {
-    if (w->isVisible() && w->isWindow()) Fail(qPrintable(QStringLiteral("still open at the end: ") + w->objectName()));
+    if (w->isVisible() && w->isWindow())
+      Fail(qPrintable(QStringLiteral("still open at the end: ") + w->objectName()));
   }
   std::printf("%d steps%s\n", step, ok ? "" : ", some failed");
   return ok ? 0 : 1;

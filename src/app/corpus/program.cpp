@@ -12,12 +12,12 @@
 #include "app/platform/toast.h"
 #include "app/platform/yes_no.h"
 #include "app/views/balloon_help_qt.h"
-#include "app/views/selection_dialog_window.h"
 #include "app/views/chronology_form.h"
 #include "app/views/contents_form.h"
 #include "app/views/dictionary_form.h"
 #include "app/views/record_form.h"
 #include "app/views/scripture_forms.h"
+#include "app/views/selection_dialog_window.h"
 #include "app/views/writings_form.h"
 #include "core/corpus/bookmarks.h"
 #include "core/corpus/data_path.h"
@@ -64,8 +64,8 @@ class WritingsReaderWindow : public reader::WritingsWindow {
 class SutraReaderWindow : public scripture::SutraWindow {
  public:
   explicit SutraReaderWindow(Program& program)
-      : scripture::SutraWindow(reader::FormKind::Form7, program.corpus(), program.selection(), program.settings(),
-                               program.navigator(), program.journal()),
+      : scripture::SutraWindow(reader::FormKind::Form7, program.corpus(), program.selection(),
+                               program.settings(), program.navigator(), program.journal()),
         form_(std::make_unique<SutraForm>(*this, program)) {}
 
  private:
@@ -75,8 +75,8 @@ class SutraReaderWindow : public scripture::SutraWindow {
 class SourcesReaderWindow : public scripture::SourcesWindow {
  public:
   explicit SourcesReaderWindow(Program& program)
-      : scripture::SourcesWindow(program.corpus(), program.selection(), program.settings(), program.navigator(),
-                                 program.journal()),
+      : scripture::SourcesWindow(program.corpus(), program.selection(), program.settings(),
+                                 program.navigator(), program.journal()),
         form_(std::make_unique<SourcesForm>(*this, program)) {}
 
  private:
@@ -125,14 +125,17 @@ Program::Program(std::filesystem::path dataPath, corpus::SettingsStore& store,
     platform::ShowMessage(nullptr, QMessageBox::Critical, QStringLiteral("翠蔵Viewer"), message);
   };
   toast = [](QWidget* over) { platform::Toast::Show(over); };
-  ask = [](QWidget* over, const QString& question) { return platform::YesNoDialog::Ask(over, question); };
+  ask = [](QWidget* over, const QString& question) {
+    return platform::YesNoDialog::Ask(over, question);
+  };
 }
 
 Program::~Program() = default;
 
 std::unique_ptr<reader::OpenWindow> Program::MakeWindow(reader::FormKind kind) {
   switch (kind) {
-    case reader::FormKind::Form9: return std::make_unique<ContentsList>(views::ContentsKind::Writings, *this);
+    case reader::FormKind::Form9:
+      return std::make_unique<ContentsList>(views::ContentsKind::Writings, *this);
     case reader::FormKind::Form15: {
       auto list = std::make_unique<ContentsList>(views::ContentsKind::Sources, *this);
       WireContents(*list->form());
@@ -141,10 +144,14 @@ std::unique_ptr<reader::OpenWindow> Program::MakeWindow(reader::FormKind kind) {
       list->Hyouji();
       return list;
     }
-    case reader::FormKind::Form2: return std::make_unique<WritingsReaderWindow>(*this);
-    case reader::FormKind::Form7: return std::make_unique<SutraReaderWindow>(*this);
-    case reader::FormKind::Form16: return std::make_unique<SourcesReaderWindow>(*this);
-    case reader::FormKind::Form5: return std::make_unique<DocumentRecordWindow>(*this);
+    case reader::FormKind::Form2:
+      return std::make_unique<WritingsReaderWindow>(*this);
+    case reader::FormKind::Form7:
+      return std::make_unique<SutraReaderWindow>(*this);
+    case reader::FormKind::Form16:
+      return std::make_unique<SourcesReaderWindow>(*this);
+    case reader::FormKind::Form5:
+      return std::make_unique<DocumentRecordWindow>(*this);
     case reader::FormKind::Form12:
       try {
         corpus_->ReadData(3);
@@ -157,7 +164,8 @@ std::unique_ptr<reader::OpenWindow> Program::MakeWindow(reader::FormKind kind) {
       if (!lookup_) lookup_ = std::make_unique<views::DictionaryLookup>(*corpus_, settings_.Itaiji);
       return std::make_unique<DictionaryEntry>(*this, *lookup_);
     }
-    default: return nullptr;  // the registry reports a kind this build has no window for
+    default:
+      return nullptr;  // the registry reports a kind this build has no window for
   }
 }
 
@@ -171,8 +179,10 @@ bool Program::Builds(reader::FormKind kind) const {
     case reader::FormKind::Form8:
     case reader::FormKind::Form6:
     case reader::FormKind::Form5:
-    case reader::FormKind::Form12: return true;
-    default: return false;
+    case reader::FormKind::Form12:
+      return true;
+    default:
+      return false;
   }
 }
 
@@ -185,15 +195,20 @@ void Program::WireContents(ContentsForm& form) {
   // A button leads to a view only when this build has its window.
   const bool writings = form.window().model().kind() == views::ContentsKind::Writings;
   const std::array<reader::FormKind, 6> views = {
-      writings ? reader::FormKind::Form2 : reader::FormKind::Form16, writings ? reader::FormKind::Form5 : reader::FormKind::Form16,
-      reader::FormKind::Form7, reader::FormKind::Form12, reader::FormKind::Form6,
+      writings ? reader::FormKind::Form2 : reader::FormKind::Form16,
+      writings ? reader::FormKind::Form5 : reader::FormKind::Form16,
+      reader::FormKind::Form7,
+      reader::FormKind::Form12,
+      reader::FormKind::Form6,
       writings ? reader::FormKind::Form15 : reader::FormKind::Form9};
   for (int command = 4; command <= 9; ++command) {
     form.SetViewAvailable(command, Builds(views[static_cast<std::size_t>(command - 4)]));
   }
 }
 
-void Program::FollowSelection() { views::FollowSelection(*windows_, true); }
+void Program::FollowSelection() {
+  views::FollowSelection(*windows_, true);
+}
 
 void Program::ShowContentsAt(reader::FormKind kind, int mpos) {
   auto& window = static_cast<ContentsList&>(windows_->Single(kind));
@@ -212,7 +227,8 @@ void Program::Closed(reader::OpenWindow& window) {
     for (reader::OpenWindow* open : windows_->All()) {
       if (open == w) windows_->Unload(*w);
     }
-    if (!ending_) navigator_->BackToParent(family.empty() ? std::u16string(reader::kWritingsFamily) : family);
+    if (!ending_)
+      navigator_->BackToParent(family.empty() ? std::u16string(reader::kWritingsFamily) : family);
   });
 }
 
@@ -252,7 +268,8 @@ bool Program::Start() {
     options.message = [this](const std::u16string& text) { splash_->Append(text + u"\n"); };
     options.progress = [this](corpus::TableId) { splash_->Append(u"*"); };
     const corpus::StartupDecision decision = corpus::DecideStartup(dataPath_, version_);
-    converted_ = decision.path == corpus::StartupPath::Reconvert || decision.path == corpus::StartupPath::FirstRun;
+    converted_ = decision.path == corpus::StartupPath::Reconvert ||
+                 decision.path == corpus::StartupPath::FirstRun;
     if (converted_) {
       splash_->ShowLog();
       if (decision.path == corpus::StartupPath::Reconvert) {
@@ -260,8 +277,8 @@ bool Program::Start() {
       }
     }
     corpus::NoOutsideDatabase outside;
-    const corpus::StartupReport report =
-        corpus::OpenStore(*corpus_, version_, options, outside, [this](const corpus::StartupDecision& found) {
+    const corpus::StartupReport report = corpus::OpenStore(
+        *corpus_, version_, options, outside, [this](const corpus::StartupDecision& found) {
           return ask(splash_.get(), platform::Q(corpus::AsItIsQuestion(found)));
         });
     if (converted_) splash_->Append(u"\n変換作業が完了しました\n『翠蔵Viewer』を起動します");
@@ -276,8 +293,7 @@ bool Program::Start() {
     navigator_ = std::make_unique<reader::Navigator>(*corpus_, *windows_);
     navigator_->DoEvents = [] { QApplication::processEvents(); };
 
-    auto& window =
-        static_cast<ContentsList&>(windows_->Single(reader::FormKind::Form9));
+    auto& window = static_cast<ContentsList&>(windows_->Single(reader::FormKind::Form9));
     contents_ = window.form();
     WireContents(*contents_);
     window.model().ConvSui = [this] {
@@ -321,12 +337,13 @@ void Program::OpenSettings(QWidget* over) {
   dialog.ask = ask;
   bool exit = false;
   connect(&dialog, &SettingsDialogWindow::exitRequested, this, [&exit] { exit = true; });
-  connect(&dialog, &SettingsDialogWindow::confirmed, this, [](const corpus::SettingsEffects& effects) {
-    // The readers take the new compact mode and column lengths.
-    for (QWidget* w : QApplication::topLevelWidgets()) {
-      if (auto* form = qobject_cast<ReaderForm*>(w)) form->SettingsChanged(effects);
-    }
-  });
+  connect(&dialog, &SettingsDialogWindow::confirmed, this,
+          [](const corpus::SettingsEffects& effects) {
+            // The readers take the new compact mode and column lengths.
+            for (QWidget* w : QApplication::topLevelWidgets()) {
+              if (auto* form = qobject_cast<ReaderForm*>(w)) form->SettingsChanged(effects);
+            }
+          });
   dialog.exec();
   // Everything was deleted: the run ends the usual way.
   if (exit) End();

@@ -9,16 +9,14 @@
 
 #include "app/platform/plain_text.h"
 #include "app/platform/proportional_resize.h"
+#include "app/platform/qt_text.h"
 #include "app/platform/yes_no.h"
 #include "app/views/balloon_help_qt.h"
-#include "app/platform/qt_text.h"
 
 namespace suizo::app {
 
 using platform::Q;
-namespace {
-
-}  // namespace
+namespace {}  // namespace
 
 SettingsDialogWindow::SettingsDialogWindow(corpus::Settings& settings, corpus::SettingsStore& store,
                                            std::u16string_view version, QWidget* parent)

@@ -11,9 +11,7 @@ namespace suizo::app {
 
 using platform::Q;
 
-namespace {
-
-}  // namespace
+namespace {}  // namespace
 
 SplashWindow::SplashWindow(std::u16string_view version, QWidget* parent)
     : QWidget(parent, Qt::SplashScreen | Qt::WindowStaysOnTopHint) {

@@ -47,9 +47,12 @@ QColor FromBgr(std::uint32_t bgr) {
 QColor ColourOf(std::uint32_t colour, const QPalette& palette) {
   if ((colour & 0x80000000u) == 0) return FromBgr(colour);
   switch (colour & 0xFFu) {
-    case 5: return palette.color(QPalette::Base);
-    case 8: return palette.color(QPalette::Text);
-    default: return palette.color(QPalette::Button);
+    case 5:
+      return palette.color(QPalette::Base);
+    case 8:
+      return palette.color(QPalette::Text);
+    default:
+      return palette.color(QPalette::Button);
   }
 }
 

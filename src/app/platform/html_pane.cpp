@@ -155,7 +155,8 @@ QString WithSecurityPolicy(const QString& frame) {
   // The frame is the program's own text: the data reaches a page only
   // through SetBody, after the policy is in force.
   const QString nonce = FreshNonce();
-  static const QRegularExpression script(QStringLiteral("<script\\b"), QRegularExpression::CaseInsensitiveOption);
+  static const QRegularExpression script(QStringLiteral("<script\\b"),
+                                         QRegularExpression::CaseInsensitiveOption);
   QString out = frame;
   out.replace(script, QStringLiteral("<script nonce=\"%1\"").arg(nonce));
   const qsizetype at = HeadAt(out);
@@ -206,7 +207,8 @@ void HtmlPane::WriteFrame(const QString& html) {
   if (frameId_ != 0) server->Drop(frameId_);
   frameId_ = ++lastFrameId;
   // The mark makes the page read as UTF-8 and does not count as content.
-  server->Put(frameId_, QByteArray("\xEF\xBB\xBF") + WithSecurityPolicy(WithFontMapping(html)).toUtf8());
+  server->Put(frameId_,
+              QByteArray("\xEF\xBB\xBF") + WithSecurityPolicy(WithFontMapping(html)).toUtf8());
   frameUrl_ = FrameUrl(frameId_);
   ready_ = false;
   page_->SetFrameUrl(frameUrl_);

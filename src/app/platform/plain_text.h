@@ -16,6 +16,7 @@ QLabel* PlainLabel(QWidget* parent);
 QString PlainTip(const QString& text);
 
 // A modal message box whose text shows exactly as written.
-void ShowMessage(QWidget* parent, QMessageBox::Icon icon, const QString& title, const QString& text);
+void ShowMessage(QWidget* parent, QMessageBox::Icon icon, const QString& title,
+                 const QString& text);
 
 }  // namespace suizo::platform

@@ -30,15 +30,17 @@ void PrepareWebEngine() {
 
 bool SoftwareRasterizer(std::string_view glRenderer) {
   std::string name(glRenderer);
-  std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) { return std::tolower(c); });
-  constexpr std::array<std::string_view, 5> kSoftware = {"llvmpipe", "softpipe", "software rasterizer", "swrast",
-                                                         "swr"};
+  std::transform(name.begin(), name.end(), name.begin(),
+                 [](unsigned char c) { return std::tolower(c); });
+  constexpr std::array<std::string_view, 5> kSoftware = {"llvmpipe", "softpipe",
+                                                         "software rasterizer", "swrast", "swr"};
   return std::any_of(kSoftware.begin(), kSoftware.end(),
                      [&](std::string_view s) { return name.find(s) != std::string::npos; });
 }
 
 void ChooseRenderer() {
-  if (qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND")) return;
+  if (qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND"))
+    return;
   QOpenGLContext context;
   QOffscreenSurface surface;
   bool software = true;  // no OpenGL at all draws in software as well
@@ -46,7 +48,8 @@ void ChooseRenderer() {
     surface.setFormat(context.format());
     surface.create();
     if (context.makeCurrent(&surface)) {
-      const auto* name = reinterpret_cast<const char*>(context.functions()->glGetString(GL_RENDERER));
+      const auto* name =
+          reinterpret_cast<const char*>(context.functions()->glGetString(GL_RENDERER));
       software = name == nullptr || SoftwareRasterizer(name);
       context.doneCurrent();
     }

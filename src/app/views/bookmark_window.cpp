@@ -11,11 +11,11 @@
 
 #include "app/platform/grid.h"
 #include "app/platform/plain_text.h"
+#include "app/platform/qt_text.h"
 #include "app/platform/toast.h"
 #include "app/platform/yes_no.h"
 #include "core/corpus/errors.h"
 #include "core/corpus/settings_dialog.h"
-#include "app/platform/qt_text.h"
 
 namespace suizo::app {
 
@@ -154,7 +154,8 @@ void BookmarkWindow::Command3() {
     if (!model_.Command3(Question(), place_)) return;
   } catch (const corpus::CorpusError& e) {
     // The file and the rows stay as they were; the dialog stays open.
-    platform::ShowMessage(this, QMessageBox::Warning, windowTitle(), Q(corpus::BookmarksFailure(e)));
+    platform::ShowMessage(this, QMessageBox::Warning, windowTitle(),
+                          Q(corpus::BookmarksFailure(e)));
     return;
   }
   written_ = model_.chosen();

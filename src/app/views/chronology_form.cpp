@@ -17,8 +17,8 @@
 #include "app/corpus/program.h"
 #include "app/platform/dialog_place.h"
 #include "app/platform/input_method.h"
-#include "app/platform/keys.h"
 #include "app/platform/kept_place.h"
+#include "app/platform/keys.h"
 #include "app/platform/plain_text.h"
 #include "app/platform/qt_text.h"
 #include "app/views/balloon_help_qt.h"
@@ -90,7 +90,8 @@ ChronologyFilterWindow::ChronologyFilterWindow(const views::NenSelection& nenSel
   connect(command2, &QPushButton::clicked, this, &QDialog::reject);
   Enable();
   adjustSize();
-  new platform::KeptPlace(*this, store, std::u16string(reader::DefaultParent(reader::FormKind::Form14)));
+  new platform::KeptPlace(*this, store,
+                          std::u16string(reader::DefaultParent(reader::FormKind::Form14)));
 }
 
 void ChronologyFilterWindow::Enable() {
@@ -363,8 +364,8 @@ void ChronologyForm::PlaceEdit() {
   font.setPointSizeF(kFontPoints);
   edit_->setFont(font);
   if (edit_->toPlainText() != Q(e.Text)) edit_->setPlainText(Q(e.Text));
-  edit_->setGeometry(at.x() + kCellMargin / 2, at.y() + std::max(0, top), cell.width() - kCellMargin,
-                     std::min(height, cell.height()));
+  edit_->setGeometry(at.x() + kCellMargin / 2, at.y() + std::max(0, top),
+                     cell.width() - kCellMargin, std::min(height, cell.height()));
   edit_->show();
 }
 
@@ -426,11 +427,14 @@ bool ChronologyForm::eventFilter(QObject* watched, QEvent* event) {
     // Over a live link the pointer is the hand.
     const QPoint at = static_cast<QMouseEvent*>(event)->position().toPoint();
     const int row = grid_->rowAt(at.y()) + 1, col = grid_->columnAt(at.x());
-    grid_->viewport()->setCursor(model().HandCursor(row, col) ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    grid_->viewport()->setCursor(model().HandCursor(row, col) ? Qt::PointingHandCursor
+                                                              : Qt::ArrowCursor);
     // The office columns are narrow: the names they cut stand in a tip.
     const views::ChronologyGrid& g = model().Grid();
-    if (row >= 1 && row < g.Rows() && col >= 0 && col < views::kEraCol && !g.TextMatrix(row, col).empty()) {
-      QToolTip::showText(grid_->viewport()->mapToGlobal(at), platform::PlainTip(Q(g.TextMatrix(row, col))), grid_->viewport());
+    if (row >= 1 && row < g.Rows() && col >= 0 && col < views::kEraCol &&
+        !g.TextMatrix(row, col).empty()) {
+      QToolTip::showText(grid_->viewport()->mapToGlobal(at),
+                         platform::PlainTip(Q(g.TextMatrix(row, col))), grid_->viewport());
     } else {
       QToolTip::hideText();
     }
@@ -451,7 +455,8 @@ bool ChronologyForm::eventFilter(QObject* watched, QEvent* event) {
     }
     return KeyDownAll(key->key(), key->modifiers());
   }
-  if (event->type() == QEvent::MouseButtonRelease && (clev_.Contains(watched) || watched == label1_)) {
+  if (event->type() == QEvent::MouseButtonRelease &&
+      (clev_.Contains(watched) || watched == label1_)) {
     program_.OpenSelection(this);
     return true;
   }

@@ -8,12 +8,12 @@
 
 #include "app/corpus/program.h"
 #include "app/platform/input_method.h"
-#include "app/platform/keys.h"
 #include "app/platform/kept_place.h"
+#include "app/platform/keys.h"
 #include "app/platform/plain_text.h"
+#include "app/platform/qt_text.h"
 #include "app/views/balloon_help_qt.h"
 #include "core/corpus/settings.h"
-#include "app/platform/qt_text.h"
 
 namespace suizo::app {
 
@@ -59,7 +59,9 @@ ContentsForm::ContentsForm(views::ContentsWindow& window, Program& program)
   window_.onView = [this](const views::Contents& model) { Show(model); };
   window_.onSelectBox = [this] { search_.SelectBox(); };
   window_.onShow = [this] { show(); };
-  new platform::KeptPlace(*this, program_.store(), std::u16string(SectionOf(window_.model().kind())), [this] { return program_.Ending(); });
+  new platform::KeptPlace(*this, program_.store(),
+                          std::u16string(SectionOf(window_.model().kind())),
+                          [this] { return program_.Ending(); });
   balloons_ = new BalloonHelpQt(this, program_.settings());
   balloons_->WatchMouseMoves(grid_);
   balloons_->Load();
@@ -129,15 +131,16 @@ void ContentsForm::Build() {
 
   // The strip of buttons to the other views, then the settings and the end.
   auto* buttons = new QHBoxLayout;
-  const std::array<std::pair<int, QString>, 9> views = {{{4, QStringLiteral("本文")},
-                                                         {5, QStringLiteral("資料")},
-                                                         {6, QStringLiteral("法華")},
-                                                         {7, QStringLiteral("年表")},
-                                                         {8, QStringLiteral("辞書")},
-                                                         {9, Writings() ? QStringLiteral("史料") : QStringLiteral("翠典")},
-                                                         {3, QStringLiteral("注経")},
-                                                         {10, QStringLiteral("本尊")},
-                                                         {11, QStringLiteral("設定")}}};
+  const std::array<std::pair<int, QString>, 9> views = {
+      {{4, QStringLiteral("本文")},
+       {5, QStringLiteral("資料")},
+       {6, QStringLiteral("法華")},
+       {7, QStringLiteral("年表")},
+       {8, QStringLiteral("辞書")},
+       {9, Writings() ? QStringLiteral("史料") : QStringLiteral("翠典")},
+       {3, QStringLiteral("注経")},
+       {10, QStringLiteral("本尊")},
+       {11, QStringLiteral("設定")}}};
   for (const auto& [number, caption] : views) {
     const QByteArray name = "Command" + QByteArray::number(number);
     QPushButton* b = ViewButton(this, name.constData(), caption);
@@ -272,9 +275,9 @@ void ContentsForm::LayOutSel() {
     const QRect cell = grid_->CellRect(0, layout.selColumns[i]);
     if (cell.isEmpty()) continue;
     const QPoint at = grid_->mapTo(this, cell.topLeft());
-    const views::SelPlace place = views::SetSel(
-        {static_cast<double>(at.x()), static_cast<double>(at.y()),
-         static_cast<double>(cell.width()), static_cast<double>(cell.height())});
+    const views::SelPlace place =
+        views::SetSel({static_cast<double>(at.x()), static_cast<double>(at.y()),
+                       static_cast<double>(cell.width()), static_cast<double>(cell.height())});
     sel_[i]->setGeometry(static_cast<int>(place.Sel.left), static_cast<int>(place.Sel.top),
                          static_cast<int>(place.Sel.width), static_cast<int>(place.Sel.height));
     selT_[i]->setGeometry(static_cast<int>(place.SelT.left - place.Sel.left),
@@ -327,8 +330,8 @@ void ContentsForm::Command(int number) {
 
 bool ContentsForm::KeyDownAll(int key, Qt::KeyboardModifiers modifiers) {
   balloons_->KeyDown();
-  const views::ContentsKey asked = window_.model().KeyDownAll(platform::KeyCode(key),
-                                                              platform::ShiftState(modifiers));
+  const views::ContentsKey asked =
+      window_.model().KeyDownAll(platform::KeyCode(key), platform::ShiftState(modifiers));
   if (asked.redraw) Show(window_.model());
   if (asked.openReader) Command(4);
   if (asked.openSettings && openSettings) openSettings();
@@ -382,11 +385,9 @@ void ContentsForm::resizeEvent(QResizeEvent* event) {
   LayOutSel();
 }
 
-
 void ContentsForm::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::ActivationChange && !isActiveWindow()) window_.Deactivate();
 }
-
 
 }  // namespace suizo::app

@@ -7,8 +7,8 @@
 
 #include "app/corpus/program.h"
 #include "app/platform/input_method.h"
-#include "app/platform/keys.h"
 #include "app/platform/kept_place.h"
+#include "app/platform/keys.h"
 #include "app/platform/plain_text.h"
 #include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
@@ -38,11 +38,16 @@ QLabel* NewField(QWidget* parent, const char* name) {
 reader::FormKind TargetOf(views::DictionaryOutcome::Jump jump) {
   using J = views::DictionaryOutcome::Jump;
   switch (jump) {
-    case J::Reader: return reader::FormKind::Form2;
-    case J::Record: return reader::FormKind::Form5;
-    case J::Sutra: return reader::FormKind::Form7;
-    case J::Sources: return reader::FormKind::Form16;
-    default: return reader::FormKind::Form6;
+    case J::Reader:
+      return reader::FormKind::Form2;
+    case J::Record:
+      return reader::FormKind::Form5;
+    case J::Sutra:
+      return reader::FormKind::Form7;
+    case J::Sources:
+      return reader::FormKind::Form16;
+    default:
+      return reader::FormKind::Form6;
   }
 }
 
@@ -57,7 +62,8 @@ DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program
 
   auto* head = new QHBoxLayout;
   text4_ = NewField(this, "Text4");
-  text4_->setStyleSheet("background:white; border:1px solid #999; padding:2px; font-size:18px; font-weight:bold;");
+  text4_->setStyleSheet(
+      "background:white; border:1px solid #999; padding:2px; font-size:18px; font-weight:bold;");
   label1_ = platform::PlainLabel(this);
   label1_->setObjectName("Label1");
   text2_ = NewField(this, "Text2");
@@ -121,7 +127,8 @@ DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program
     Follow(model().Command1(U(web_->SelectedText().trimmed())));
   });
   for (std::size_t i = 0; i < sel_.size(); ++i) {
-    connect(sel_[i], &QPushButton::clicked, this, [this, i] { Follow(model().SelClick(static_cast<int>(i))); });
+    connect(sel_[i], &QPushButton::clicked, this,
+            [this, i] { Follow(model().SelClick(static_cast<int>(i))); });
   }
   connect(search_.label3, &QPushButton::clicked, this, [this] { Follow(model().Label3Click()); });
   connect(command2_, &QPushButton::clicked, this, [this] { Follow(model().Command2()); });
@@ -131,7 +138,8 @@ DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program
   connect(web_, &platform::HtmlPane::linkClicked, this,
           [this](const QString& href) { Follow(model().LinkClick(U(href))); });
   connect(web_, &platform::HtmlPane::contextMenuRequested, this, [this](QPoint at) {
-    ShowProgramMenu(program_, this, web_, at, {.kind = reader::FormKind::Form6, .ParentForm = window_.ParentForm});
+    ShowProgramMenu(program_, this, web_, at,
+                    {.kind = reader::FormKind::Form6, .ParentForm = window_.ParentForm});
   });
   connect(web_, &platform::HtmlPane::keyPressed, this,
           [this](int key, Qt::KeyboardModifiers modifiers, bool& handled) {
@@ -155,10 +163,12 @@ DictionaryForm::DictionaryForm(views::DictionaryWindow& window, Program& program
     raise();
     activateWindow();
   };
-  new platform::KeptPlace(*this, program_.store(), std::u16string(kSection), [this] { return program_.Ending(); });
+  new platform::KeptPlace(*this, program_.store(), std::u16string(kSection),
+                          [this] { return program_.Ending(); });
   model().SetDpi(logicalDpiX());
   resize(760, 560);
-  if (const auto g = corpus::ReadGeometry(program_.store(), kSection)) setGeometry(g->x, g->y, g->w, g->h);
+  if (const auto g = corpus::ReadGeometry(program_.store(), kSection))
+    setGeometry(g->x, g->y, g->w, g->h);
   balloons_ = new BalloonHelpQt(this, program_.settings());
   balloons_->WatchMouseMoves(web_);
   balloons_->Load();
@@ -183,7 +193,8 @@ void DictionaryForm::Show(const views::DictionaryDisplay& d) {
   }
   web_->SetBody(Q(d.body));
   if (d.toStart) web_->ScrollTo(0, 0);
-  for (std::size_t i = 0; i < sel_.size(); ++i) sel_[i]->setChecked(static_cast<int>(i) == d.selDown);
+  for (std::size_t i = 0; i < sel_.size(); ++i)
+    sel_[i]->setChecked(static_cast<int>(i) == d.selDown);
   search_.ShowCounter(d.Label3Text, d.Label3Colour, d.Label3Enabled);
   // The record has no window in this build yet.
   command3_->setEnabled(d.Command3Enabled && program_.Builds(reader::FormKind::Form5));
@@ -204,10 +215,12 @@ void DictionaryForm::Follow(const views::DictionaryOutcome& outcome) {
       program_.ShowContentsAt(reader::ContentsOf(window_.ParentForm), 0);
       return;
     case J::Back:
-      program_.navigator().BackToParent(window_.ParentForm.empty() ? std::u16string(reader::kWritingsFamily)
-                                                                   : window_.ParentForm);
+      program_.navigator().BackToParent(window_.ParentForm.empty()
+                                            ? std::u16string(reader::kWritingsFamily)
+                                            : window_.ParentForm);
       return;
-    default: break;
+    default:
+      break;
   }
   // A view whose window this build does not have is not reached.
   if (outcome.jump != J::None && !program_.Builds(TargetOf(outcome.jump))) return;
@@ -225,14 +238,12 @@ void DictionaryForm::keyPressEvent(QKeyEvent* event) {
     close();
     return;
   }
-  Follow(model().KeyDownAll(platform::KeyCode(event->key()), platform::ShiftState(event->modifiers())));
+  Follow(model().KeyDownAll(platform::KeyCode(event->key()),
+                            platform::ShiftState(event->modifiers())));
 }
 
 void DictionaryForm::closeEvent(QCloseEvent* event) {
   program_.CloseView(window_, *event);
 }
-
-
-
 
 }  // namespace suizo::app

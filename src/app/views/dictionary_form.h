@@ -4,9 +4,9 @@
 // every click, key and link back to it.
 #pragma once
 
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QComboBox>
 #include <QPushButton>
 #include <QWidget>
 #include <array>

@@ -7,13 +7,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/platform/kept_place.h"
 #include "app/platform/keys.h"
 #include "app/platform/plain_text.h"
 #include "app/platform/proportional_resize.h"
+#include "app/platform/qt_text.h"
 #include "core/reader/reader_base.h"
 #include "core/text/utf16.h"
-#include "app/platform/kept_place.h"
-#include "app/platform/qt_text.h"
 
 namespace suizo::app {
 
@@ -210,8 +210,6 @@ void HitListWindow::Zoom(double widthRatio) {
   const int percent = static_cast<int>(std::lround(widthRatio * 100));
   web1_->SetZoom(QStringLiteral("%1%").arg(std::max(percent, 10)));
 }
-
-
 
 // `ResizeEnd`: the place is kept as it changes, a shown and normal window's.
 

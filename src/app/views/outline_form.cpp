@@ -3,8 +3,8 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "app/platform/keys.h"
 #include "app/platform/kept_place.h"
+#include "app/platform/keys.h"
 #include "app/platform/plain_text.h"
 #include "app/platform/qt_text.h"
 #include "app/views/reader_form.h"
@@ -54,7 +54,7 @@ OutlineForm::OutlineForm(const corpus::Corpus& corpus, corpus::SettingsStore& st
     for (int c = 0; c < scripture::kOutlineCols; ++c) {
       grid->SetColWidth(c, scripture::kOutlineColWidths[static_cast<std::size_t>(c)]);
       grid->SetColAlignment(c, scripture::OutlineColCentred(c) ? platform::GridAlign::Centre
-                                                              : platform::GridAlign::LeftCentre);
+                                                               : platform::GridAlign::LeftCentre);
     }
     grid->SetCellFont(0, 0, scripture::kOutlineHeaderFontSize, true);
     for (int r = 0; r < g.Rows; ++r) {
@@ -72,20 +72,22 @@ OutlineForm::OutlineForm(const corpus::Corpus& corpus, corpus::SettingsStore& st
     connect(grid, &platform::Grid::gridDoubleClicked, this, [this](int row, int) {
       if (row >= 1) SutraGo();
     });
-    connect(grid, &platform::Grid::keyPressed, this, [this](int key, Qt::KeyboardModifiers, bool& handled) {
-      switch (scripture::OutlineKeyAction(platform::KeyCode(key))) {
-        case scripture::OutlineKey::Switch:
-          model_.Command1();
-          Show();
-          handled = true;
-          return;
-        case scripture::OutlineKey::Go:
-          SutraGo();
-          handled = true;
-          return;
-        case scripture::OutlineKey::None: return;
-      }
-    });
+    connect(grid, &platform::Grid::keyPressed, this,
+            [this](int key, Qt::KeyboardModifiers, bool& handled) {
+              switch (scripture::OutlineKeyAction(platform::KeyCode(key))) {
+                case scripture::OutlineKey::Switch:
+                  model_.Command1();
+                  Show();
+                  handled = true;
+                  return;
+                case scripture::OutlineKey::Go:
+                  SutraGo();
+                  handled = true;
+                  return;
+                case scripture::OutlineKey::None:
+                  return;
+              }
+            });
   }
   connect(command1, &QPushButton::clicked, this, [this] {
     model_.Command1();
@@ -129,7 +131,8 @@ void OutlineForm::Paint(int index) {
   grid->SetRedraw(false);
   grid->SetText(0, 0, g.Header());
   for (int r = 1; r < g.Rows; ++r) {
-    for (int c = 0; c < scripture::kOutlineCols; ++c) grid->SetBackColor(r, c, g.CellBackColor(r, c));
+    for (int c = 0; c < scripture::kOutlineCols; ++c)
+      grid->SetBackColor(r, c, g.CellBackColor(r, c));
   }
   if (g.Row >= 1) grid->SetRow(g.Row);
   if (g.TopRow >= 1) grid->SetTopRow(g.TopRow);
@@ -157,7 +160,5 @@ void OutlineForm::resizeEvent(QResizeEvent* event) {
   model_.Layout();
   Paint(model_.ShownGrid());
 }
-
-
 
 }  // namespace suizo::app

@@ -25,14 +25,17 @@ QString SelectionOf(QWidget* target) {
   return {};
 }
 
-void MenuGo(Program& program, QWidget* target, const reader::MenuState& menu, int n, const reader::MenuOwner& owner);
+void MenuGo(Program& program, QWidget* target, const reader::MenuState& menu, int n,
+            const reader::MenuOwner& owner);
 
 }  // namespace
 
-void ShowProgramMenu(Program& program, QWidget* over, QWidget* target, QPoint at, const reader::MenuOwner& owner) {
+void ShowProgramMenu(Program& program, QWidget* over, QWidget* target, QPoint at,
+                     const reader::MenuOwner& owner) {
   const bool pane = qobject_cast<platform::HtmlPane*>(target) != nullptr;
-  reader::MenuState menu = reader::MenuShow(pane ? reader::MenuTarget::Pane : reader::MenuTarget::TextBox,
-                                            U(SelectionOf(target)), U(platform::Clipboard::Text()));
+  reader::MenuState menu =
+      reader::MenuShow(pane ? reader::MenuTarget::Pane : reader::MenuTarget::TextBox,
+                       U(SelectionOf(target)), U(platform::Clipboard::Text()));
   // A lookup in a view this build has no window for is not offered.
   constexpr std::array<std::pair<int, reader::FormKind>, 3> kViews = {
       {{1, reader::FormKind::Form6}, {3, reader::FormKind::Form7}, {4, reader::FormKind::Form16}}};
@@ -41,14 +44,16 @@ void ShowProgramMenu(Program& program, QWidget* over, QWidget* target, QPoint at
   }
   platform::PopupMenu* shown = platform::PopupMenu::ShowAt(menu, at, over);
   const QPointer<QWidget> alive(target);
-  QObject::connect(shown, &platform::PopupMenu::chosen, over, [&program, alive, menu, owner](int n) {
-    if (alive) MenuGo(program, alive, menu, n, owner);
-  });
+  QObject::connect(shown, &platform::PopupMenu::chosen, over,
+                   [&program, alive, menu, owner](int n) {
+                     if (alive) MenuGo(program, alive, menu, n, owner);
+                   });
 }
 
 namespace {
 
-void MenuGo(Program& program, QWidget* target, const reader::MenuState& menu, int n, const reader::MenuOwner& owner) {
+void MenuGo(Program& program, QWidget* target, const reader::MenuState& menu, int n,
+            const reader::MenuOwner& owner) {
   const reader::MenuChoice choice = reader::MenuGo(menu, n, U(SelectionOf(target)), owner);
   auto* pane = qobject_cast<platform::HtmlPane*>(target);
   if (choice.clearPaneSelection && pane != nullptr) pane->ClearSelection();
@@ -75,7 +80,8 @@ void MenuGo(Program& program, QWidget* target, const reader::MenuState& menu, in
       if (line) line->paste();
       if (edit) edit->paste();
       break;
-    default: break;
+    default:
+      break;
   }
 }
 

@@ -13,6 +13,7 @@ namespace suizo::app {
 class Program;
 
 // Shows the menu at `at` over `over` for `target`, on behalf of `owner`.
-void ShowProgramMenu(Program& program, QWidget* over, QWidget* target, QPoint at, const reader::MenuOwner& owner);
+void ShowProgramMenu(Program& program, QWidget* over, QWidget* target, QPoint at,
+                     const reader::MenuOwner& owner);
 
 }  // namespace suizo::app

@@ -14,8 +14,8 @@
 #include "app/platform/clipboard.h"
 #include "app/platform/grid.h"
 #include "app/platform/input_method.h"
-#include "app/platform/keys.h"
 #include "app/platform/kept_place.h"
+#include "app/platform/keys.h"
 #include "app/platform/plain_text.h"
 #include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
@@ -61,7 +61,11 @@ std::int64_t NowMs() {
 
 ReaderForm::ReaderForm(reader::TextView& window, reader::ReaderBase& model, Program& program,
                        ReaderFormShape shape)
-    : QWidget(nullptr, Qt::Window), window_(window), model_(model), program_(program), shape_(std::move(shape)) {
+    : QWidget(nullptr, Qt::Window),
+      window_(window),
+      model_(model),
+      program_(program),
+      shape_(std::move(shape)) {
   setObjectName(shape_.name);
   setFocusPolicy(Qt::StrongFocus);  // the form itself is `Pic1`, the reading area's focus
   setAttribute(Qt::WA_InputMethodEnabled, false);
@@ -91,9 +95,11 @@ void ReaderForm::Init() {
   LayOut();
   if (const auto g = corpus::ReadGeometry(program_.store(), shape_.section)) {
     move(g->x, g->y);
-    if (g->w > 0) resize(g->w, static_cast<int>(std::lround(layout_.height * g->w / double(layout_.width))));
+    if (g->w > 0)
+      resize(g->w, static_cast<int>(std::lround(layout_.height * g->w / double(layout_.width))));
   }
-  new platform::KeptPlace(*this, program_.store(), std::u16string(shape_.section), [this] { return program_.Ending(); });
+  new platform::KeptPlace(*this, program_.store(), std::u16string(shape_.section),
+                          [this] { return program_.Ending(); });
   balloons_ = new BalloonHelpQt(this, program_.settings());
   balloons_->Load();
 }
@@ -121,8 +127,8 @@ QLabel* ReaderForm::Field(const char* name, QRect design) {
   return l;
 }
 
-QLineEdit* ReaderForm::AddPageBox(int box, const QString& title, const QString& titleName, QRect titleDesign,
-                                  QRect boxDesign) {
+QLineEdit* ReaderForm::AddPageBox(int box, const QString& title, const QString& titleName,
+                                  QRect titleDesign, QRect boxDesign) {
   auto* label = platform::PlainLabel(title, this);
   label->setObjectName(titleName);
   label->setAlignment(Qt::AlignCenter);
@@ -132,9 +138,8 @@ QLineEdit* ReaderForm::AddPageBox(int box, const QString& title, const QString& 
   page->installEventFilter(this);
   Put(page, boxDesign);
   page_[box] = page;
-  connect(page, &QLineEdit::returnPressed, this, [this, box, page] {
-    Apply(model_.PageBoxEnter(box, U(page->text())));
-  });
+  connect(page, &QLineEdit::returnPressed, this,
+          [this, box, page] { Apply(model_.PageBoxEnter(box, U(page->text()))); });
   return page;
 }
 
@@ -182,7 +187,8 @@ void ReaderForm::BuildShared() {
   for (std::size_t t = 0; t < shape_.tabs.size(); ++t) {
     auto* label = platform::PlainLabel(this);
     label->setObjectName(QStringLiteral("TagT_%1").arg(t));
-    label->setStyleSheet("background:" + platform::FromBgr(shape_.tabColours[t]).name() + "; border:1px solid #AAA;");
+    label->setStyleSheet("background:" + platform::FromBgr(shape_.tabColours[t]).name() +
+                         "; border:1px solid #AAA;");
     label->installEventFilter(this);
     tagT_.push_back(label);
     auto* b = new QPushButton(Downwards(shape_.tabs[t]), label);
@@ -193,14 +199,16 @@ void ReaderForm::BuildShared() {
         "QPushButton{border:none; background:transparent; color:#555; font-size:12px;}"
         "QPushButton:checked{background:#FFFFC0; color:black; font-weight:bold;}");
     tagB_.push_back(b);
-    connect(b, &QPushButton::clicked, this, [this, t] { Apply(model_.TagBClick(static_cast<int>(t))); });
+    connect(b, &QPushButton::clicked, this,
+            [this, t] { Apply(model_.TagBClick(static_cast<int>(t))); });
   }
   for (int p = 1; p <= shape_.panes; ++p) {
     auto* pane = new platform::HtmlPane(this);
     pane->setObjectName(QStringLiteral("Web_%1").arg(p));
     panes_[static_cast<std::size_t>(p)] = pane;
     pane->installEventFilter(this);
-    connect(pane, &platform::HtmlPane::linkClicked, this, [this](const QString& href) { Link(href); });
+    connect(pane, &platform::HtmlPane::linkClicked, this,
+            [this](const QString& href) { Link(href); });
     connect(pane, &platform::HtmlPane::keyPressed, this,
             [this, p](int key, Qt::KeyboardModifiers modifiers, bool& handled) {
               PaneKey(p, key, modifiers, handled);
@@ -264,7 +272,8 @@ void ReaderForm::Show(const reader::ReaderView& v) {
       pane->SetZoom(Q(reader::ZoomText(96 * scale_)));
       // A vertical page starts at the pane's right edge and runs left, as
       // a printed page does; the browser would put it at the left.
-      if (v.Muki1 == 1 && !pv.frame->empty()) pane->AddStyle(QStringLiteral("body{direction:rtl}body>*{direction:ltr}"));
+      if (v.Muki1 == 1 && !pv.frame->empty())
+        pane->AddStyle(QStringLiteral("body{direction:rtl}body>*{direction:ltr}"));
     }
     // A pane out of sight is written when it comes back: each page turn
     // costs only the panes that are seen.
@@ -298,7 +307,8 @@ void ReaderForm::Show(const reader::ReaderView& v) {
   label5_->setVisible(v.refine.Label5Visible);
   command1_->setText(Q(model_.engine().Command1Caption()));
   limit_->setText(Q(model_.engine().LimitCaption()));
-  for (std::size_t t = 0; t < tagB_.size(); ++t) tagB_[t]->setChecked(static_cast<int>(t) == v.tabDown);
+  for (std::size_t t = 0; t < tagB_.size(); ++t)
+    tagB_[t]->setChecked(static_cast<int>(t) == v.tabDown);
   if (!combo1_->hasFocus()) combo1_->setText(Q(model_.engine().Combo1));
   combo_->clear();
   for (const std::u16string& item : model_.engine().Combo) combo_->addItem(Q(item));
@@ -320,7 +330,8 @@ void ReaderForm::LayOut() {
   if (oldHeight != layout_.height) {
     // The layout decides the window's height; the width stays.
     placing_ = true;
-    resize(width() > 0 && isVisible() ? width() : static_cast<int>(std::lround(layout_.width * scale_)),
+    resize(width() > 0 && isVisible() ? width()
+                                      : static_cast<int>(std::lround(layout_.width * scale_)),
            static_cast<int>(std::lround(layout_.height * scale_)));
     placing_ = false;
   }
@@ -352,7 +363,8 @@ void ReaderForm::Place() {
   if (layout_.Command16) panes_[static_cast<std::size_t>(layout_.paneOnTop)]->raise();
   for (std::size_t t = 0; t < tagT_.size(); ++t) {
     tagT_[t]->setVisible(layout_.tabs[t].visible);
-    tagB_[t]->setGeometry(1, 1, tagT_[t]->width() - 2, std::min(tagT_[t]->height() - 2, static_cast<int>(150 * scale_)));
+    tagB_[t]->setGeometry(1, 1, tagT_[t]->width() - 2,
+                          std::min(tagT_[t]->height() - 2, static_cast<int>(150 * scale_)));
     tagT_[t]->raise();
   }
   if (editBox_->isVisible() && editPane_ != 0) {
@@ -372,13 +384,14 @@ void ReaderForm::OpenBookmarks() {
   try {
     read.emplace(program_.corpus().dataPath() / "suiten.ini");
   } catch (const corpus::CorpusError& e) {
-    platform::ShowMessage(this, QMessageBox::Warning, windowTitle(), Q(corpus::BookmarksFailure(e)));
+    platform::ShowMessage(this, QMessageBox::Warning, windowTitle(),
+                          Q(corpus::BookmarksFailure(e)));
     return;
   }
   corpus::ProfileFile& file = *read;
   const QPoint mov = bMark_->mapToGlobal(QPoint(0, bMark_->height()));
-  BookmarkWindow dialog(shape_.bookmarks, file, program_.corpus(), program_.selection(), window_.Place(),
-                        program_.store(), mov, this);
+  BookmarkWindow dialog(shape_.bookmarks, file, program_.corpus(), program_.selection(),
+                        window_.Place(), program_.store(), mov, this);
   dialog.ask = program_.ask;
   dialog.exec();
   if (!dialog.failure().empty()) {
@@ -409,7 +422,8 @@ void ReaderForm::Apply(const reader::ReaderOutcome& out) {
     combo1_->setFocus();
     combo1_->selectAll();
   }
-  if (!out.message.empty()) platform::ShowMessage(this, QMessageBox::Information, windowTitle(), Q(out.message));
+  if (!out.message.empty())
+    platform::ShowMessage(this, QMessageBox::Information, windowTitle(), Q(out.message));
   if (out.openSettings) program_.OpenSettings(this);
   if (out.toast && program_.toast) program_.toast(this);
   RefreshHitList();
@@ -426,7 +440,8 @@ void ReaderForm::Search(int divMode) {
 
 QString ReaderForm::GetSelection() const {
   QString out;
-  for (int p = 1; p <= shape_.panes; ++p) out += panes_[static_cast<std::size_t>(p)]->SelectedText();
+  for (int p = 1; p <= shape_.panes; ++p)
+    out += panes_[static_cast<std::size_t>(p)]->SelectedText();
   return out.trimmed();
 }
 
@@ -459,15 +474,17 @@ void ReaderForm::keyPressEvent(QKeyEvent* event) {
 
 void ReaderForm::PaneKey(int pane, int qtKey, Qt::KeyboardModifiers modifiers, bool& handled) {
   const int code = platform::KeyCode(qtKey);
-  const reader::PaneKey asked =
-      reader::PaneKeyDown(code, modifiers.testFlag(Qt::ShiftModifier), modifiers.testFlag(Qt::ControlModifier),
-                          modifiers.testFlag(Qt::AltModifier), platform::PopupMenu::Open() != nullptr);
+  const reader::PaneKey asked = reader::PaneKeyDown(
+      code, modifiers.testFlag(Qt::ShiftModifier), modifiers.testFlag(Qt::ControlModifier),
+      modifiers.testFlag(Qt::AltModifier), platform::PopupMenu::Open() != nullptr);
   using A = reader::PaneKey::Action;
   switch (asked.action) {
     case A::Pass:
       if (code == reader::kEscape) handled = KeyDownAll(qtKey, modifiers);
       return;
-    case A::Swallow: handled = true; return;
+    case A::Swallow:
+      handled = true;
+      return;
     case A::CloseMenu:
       platform::PopupMenu::CloseMenu();
       handled = true;
@@ -492,7 +509,8 @@ void ReaderForm::PaneKey(int pane, int qtKey, Qt::KeyboardModifiers modifiers, b
 // --- the pop-up menu ---
 
 void ReaderForm::ShowMenu(QWidget* target, QPoint at) {
-  ShowProgramMenu(program_, this, target, at, {.kind = shape_.kind, .ParentForm = Family(), .Muki1 = model_.Muki1});
+  ShowProgramMenu(program_, this, target, at,
+                  {.kind = shape_.kind, .ParentForm = Family(), .Muki1 = model_.Muki1});
 }
 
 // --- double clicks and notes ---
@@ -543,7 +561,8 @@ void ReaderForm::EndNoteEdit() {
   QString text = editBox_->toPlainText();
   text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
   QString start = editStart_;
-  start.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+  start.replace(QStringLiteral("\r\n"), QStringLiteral("\n"))
+      .replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
   Apply(NoteEnd(pane, U(start), U(text)));
 }
 
@@ -590,8 +609,8 @@ bool ReaderForm::eventFilter(QObject* watched, QEvent* event) {
       if (watched != page) continue;
       auto* key = static_cast<QKeyEvent*>(event);
       const QString typed = key->text();
-      if (key->modifiers().testFlag(Qt::ControlModifier) || typed.isEmpty() || key->key() == Qt::Key_Return ||
-          key->key() == Qt::Key_Enter) {
+      if (key->modifiers().testFlag(Qt::ControlModifier) || typed.isEmpty() ||
+          key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
         return false;
       }
       return !PageTakes(typed.at(0).unicode());
@@ -603,7 +622,7 @@ bool ReaderForm::eventFilter(QObject* watched, QEvent* event) {
       // Shift or Ctrl at the press: the split searches.
       const int divMode = mouse->modifiers().testFlag(Qt::ShiftModifier)     ? 1
                           : mouse->modifiers().testFlag(Qt::ControlModifier) ? 2
-                                                                              : 0;
+                                                                             : 0;
       if (divMode != 0) {
         model_.engine().SrMethod = search::Method::And;
         command1_->setDown(true);
@@ -637,7 +656,8 @@ bool ReaderForm::eventFilter(QObject* watched, QEvent* event) {
     // The focus follows the mouse into a pane, unless a box is being typed in.
     for (int p = 1; p <= shape_.panes; ++p) {
       platform::HtmlPane* pane = panes_[static_cast<std::size_t>(p)];
-      if (watched == pane && isActiveWindow() && !TypingIn(focusWidget()) && !pane->hasFocus()) pane->setFocus();
+      if (watched == pane && isActiveWindow() && !TypingIn(focusWidget()) && !pane->hasFocus())
+        pane->setFocus();
     }
   }
   if (type == QEvent::FocusIn) {
@@ -665,8 +685,10 @@ void ReaderForm::resizeEvent(QResizeEvent* event) {
   }
   // The window keeps its proportions: the height follows the width, or the
   // width the height when only that was dragged.
-  const bool byHeight = event->oldSize().width() == width() && event->oldSize().height() != height();
-  const double scale = byHeight ? double(height()) / layout_.height : double(width()) / layout_.width;
+  const bool byHeight =
+      event->oldSize().width() == width() && event->oldSize().height() != height();
+  const double scale =
+      byHeight ? double(height()) / layout_.height : double(width()) / layout_.width;
   if (scale <= 0.2) return;
   const QSize want(static_cast<int>(std::lround(layout_.width * scale)),
                    static_cast<int>(std::lround(layout_.height * scale)));
@@ -679,16 +701,14 @@ void ReaderForm::resizeEvent(QResizeEvent* event) {
   }
   Place();
   if (zoomed) {
-    for (int p = 1; p <= shape_.panes; ++p) panes_[static_cast<std::size_t>(p)]->SetZoom(Q(reader::ZoomText(96 * scale_)));
+    for (int p = 1; p <= shape_.panes; ++p)
+      panes_[static_cast<std::size_t>(p)]->SetZoom(Q(reader::ZoomText(96 * scale_)));
   }
 }
-
 
 void ReaderForm::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::ActivationChange && !isActiveWindow()) window_.Deactivate();
 }
-
-
 
 }  // namespace suizo::app

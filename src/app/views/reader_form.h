@@ -37,8 +37,8 @@ class BalloonHelpQt;
 
 // What tells one reader's window from another.
 struct ReaderFormShape {
-  const char* name = "";            // the form's object name
-  std::u16string_view section;      // where the window keeps its place
+  const char* name = "";        // the form's object name
+  std::u16string_view section;  // where the window keeps its place
   reader::FormKind kind = reader::FormKind::Form2;
   corpus::BookmarkKind bookmarks = corpus::BookmarkKind::Writings;
   std::vector<std::u16string_view> tabs;  // the captions of `TagT(i)`
@@ -51,7 +51,8 @@ class ReaderForm : public QWidget {
   Q_OBJECT
 
  public:
-  ReaderForm(reader::TextView& window, reader::ReaderBase& model, Program& program, ReaderFormShape shape);
+  ReaderForm(reader::TextView& window, reader::ReaderBase& model, Program& program,
+             ReaderFormShape shape);
   ~ReaderForm() override;
 
   reader::TextView& textView() { return window_; }
@@ -91,7 +92,8 @@ class ReaderForm : public QWidget {
   virtual void PlaceOwn() {}
   // The note of a pane and its end; nothing for a pane without notes.
   virtual std::optional<std::u16string> NoteText(int pane) const = 0;
-  virtual reader::ReaderOutcome NoteEnd(int pane, std::u16string_view start, std::u16string_view text) = 0;
+  virtual reader::ReaderOutcome NoteEnd(int pane, std::u16string_view start,
+                                        std::u16string_view text) = 0;
   // A link clicked in a pane.
   virtual void Link(const QString& href) { (void)href; }
   // Whether a page box takes a typed character.
@@ -148,11 +150,12 @@ class ReaderForm : public QWidget {
   std::vector<QPushButton*> tagB_;
   QLineEdit* combo1_ = nullptr;
   QComboBox* combo_ = nullptr;
-  QPushButton *command12_ = nullptr, *command1_ = nullptr, *label3_ = nullptr, *command14_ = nullptr,
-              *command15_ = nullptr;
+  QPushButton *command12_ = nullptr, *command1_ = nullptr, *label3_ = nullptr,
+              *command14_ = nullptr, *command15_ = nullptr;
   QLabel *refineLevel_ = nullptr, *label5_ = nullptr;
   std::map<int, QPushButton*> commands_;  // by number
-  QPushButton *bMark_ = nullptr, *pin_ = nullptr, *limit_ = nullptr, *btUp_ = nullptr, *btDown_ = nullptr;
+  QPushButton *bMark_ = nullptr, *pin_ = nullptr, *limit_ = nullptr, *btUp_ = nullptr,
+              *btDown_ = nullptr;
   QCheckBox* okuri_ = nullptr;
   std::map<int, QLineEdit*> page_;  // `Page(i)` by box
   QPlainTextEdit* editBox_ = nullptr;

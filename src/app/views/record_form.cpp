@@ -10,8 +10,8 @@
 
 #include "app/corpus/program.h"
 #include "app/platform/input_method.h"
-#include "app/platform/keys.h"
 #include "app/platform/kept_place.h"
+#include "app/platform/keys.h"
 #include "app/platform/plain_text.h"
 #include "app/platform/popup_menu.h"
 #include "app/platform/qt_text.h"
@@ -34,11 +34,16 @@ constexpr std::u16string_view kSection = u"@資料";
 reader::FormKind TargetOf(views::RecordOutcome::Jump jump) {
   using J = views::RecordOutcome::Jump;
   switch (jump) {
-    case J::Reader: return reader::FormKind::Form2;
-    case J::Sutra: return reader::FormKind::Form7;
-    case J::Chronology: return reader::FormKind::Form12;
-    case J::Dictionary: return reader::FormKind::Form6;
-    default: return reader::FormKind::Form5;
+    case J::Reader:
+      return reader::FormKind::Form2;
+    case J::Sutra:
+      return reader::FormKind::Form7;
+    case J::Chronology:
+      return reader::FormKind::Form12;
+    case J::Dictionary:
+      return reader::FormKind::Form6;
+    default:
+      return reader::FormKind::Form5;
   }
 }
 
@@ -118,7 +123,8 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
   body->addLayout(left, 3);
   auto* right = new QGridLayout;
   for (int p = 2; p <= views::kRecordPanes; ++p) {
-    auto* tab = ViewButton(this, QStringLiteral("Label1_%1").arg(p), Q(views::kRecordPaneInfo[static_cast<std::size_t>(p)].label));
+    auto* tab = ViewButton(this, QStringLiteral("Label1_%1").arg(p),
+                           Q(views::kRecordPaneInfo[static_cast<std::size_t>(p)].label));
     labels_[static_cast<std::size_t>(p)] = tab;
     panes_[static_cast<std::size_t>(p)] = new platform::HtmlPane(this);
     const int at = (p - 2) / 2 * 2;
@@ -166,7 +172,8 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
       if (auto d = model().PaneClick(p)) Show(*d);
     });
     connect(pane, &platform::HtmlPane::contextMenuRequested, this, [this, pane](QPoint at) {
-      ShowProgramMenu(program_, this, pane, at, {.kind = reader::FormKind::Form5, .ParentForm = window_.Family()});
+      ShowProgramMenu(program_, this, pane, at,
+                      {.kind = reader::FormKind::Form5, .ParentForm = window_.Family()});
     });
     connect(pane, &platform::HtmlPane::keyPressed, this,
             [this](int key, Qt::KeyboardModifiers modifiers, bool& handled) {
@@ -201,9 +208,11 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
   connect(commands_[3], &QPushButton::clicked, this, [this] { Follow(model().Command3()); });
   connect(commands_[4], &QPushButton::clicked, this, [this] { Follow(model().Command4()); });
   connect(commands_[5], &QPushButton::clicked, this, [this] { Follow(model().Command5()); });
-  connect(commands_[6], &QPushButton::clicked, this, [this] { Follow(model().Command6(U(Selection()))); });
+  connect(commands_[6], &QPushButton::clicked, this,
+          [this] { Follow(model().Command6(U(Selection()))); });
   connect(commands_[7], &QPushButton::clicked, this, [this] { Follow(model().Command7()); });
-  connect(commands_[8], &QPushButton::clicked, this, [this] { Follow(model().Command8(U(Selection()))); });
+  connect(commands_[8], &QPushButton::clicked, this,
+          [this] { Follow(model().Command8(U(Selection()))); });
 
   window_.onView = [this](const views::RecordDisplay& d) { Show(d); };
   window_.onShow = [this] { show(); };
@@ -212,32 +221,36 @@ RecordForm::RecordForm(views::RecordWindow& window, Program& program)
     raise();
     activateWindow();
   };
-  new platform::KeptPlace(*this, program_.store(), std::u16string(kSection), [this] { return program_.Ending(); });
+  new platform::KeptPlace(*this, program_.store(), std::u16string(kSection),
+                          [this] { return program_.Ending(); });
   model().SetDpi(logicalDpiX());
   resize(1100, 720);
-  if (const auto g = corpus::ReadGeometry(program_.store(), kSection)) setGeometry(g->x, g->y, g->w, g->h);
+  if (const auto g = corpus::ReadGeometry(program_.store(), kSection))
+    setGeometry(g->x, g->y, g->w, g->h);
   balloons_ = new BalloonHelpQt(this, program_.settings());
   balloons_->Load();
 }
 
 QString RecordForm::Selection() const {
   QString out;
-  for (int p = 1; p <= views::kRecordPanes; ++p) out += panes_[static_cast<std::size_t>(p)]->SelectedText();
+  for (int p = 1; p <= views::kRecordPanes; ++p)
+    out += panes_[static_cast<std::size_t>(p)]->SelectedText();
   return out.trimmed();
 }
 
 void RecordForm::Show(const views::RecordDisplay& d) {
   setWindowTitle(Q(d.caption));
-  const std::array<std::pair<const char*, const std::u16string*>, 10> texts = {{{"Bangou", &d.Bangou},
-                                                                                {"Text1", &d.Text1},
-                                                                                {"Text2", &d.Text2},
-                                                                                {"Text3", &d.Text3},
-                                                                                {"Text4", &d.Text4},
-                                                                                {"Text5", &d.Text5},
-                                                                                {"Text6", &d.Text6},
-                                                                                {"Text7", &d.Text7},
-                                                                                {"Text8", &d.Text8},
-                                                                                {"Text9", &d.Text9}}};
+  const std::array<std::pair<const char*, const std::u16string*>, 10> texts = {
+      {{"Bangou", &d.Bangou},
+       {"Text1", &d.Text1},
+       {"Text2", &d.Text2},
+       {"Text3", &d.Text3},
+       {"Text4", &d.Text4},
+       {"Text5", &d.Text5},
+       {"Text6", &d.Text6},
+       {"Text7", &d.Text7},
+       {"Text8", &d.Text8},
+       {"Text9", &d.Text9}}};
   for (const auto& [name, text] : texts) fields_[QString::fromLatin1(name)]->setText(Q(*text));
   for (const views::RecordPageView& page : d.pages) {
     pages_[page.box]->setText(Q(page.text));
@@ -258,7 +271,8 @@ void RecordForm::Show(const views::RecordDisplay& d) {
         p == d.selDown ? QStringLiteral("background:#FFFFC0; font-weight:bold;") : QString());
   }
   fields_[QStringLiteral("Text4")]->setStyleSheet(
-      QStringLiteral("border:1px solid #999; padding:2px; font-weight:bold; color:#0A5657; background:%1;")
+      QStringLiteral(
+          "border:1px solid #999; padding:2px; font-weight:bold; color:#0A5657; background:%1;")
           .arg(d.selDown == 0 ? QStringLiteral("#FFFFC0") : QStringLiteral("white")));
   // The note over the pane shown on the left.
   picPane_ = d.PicVisible ? d.PicPane : 0;
@@ -330,7 +344,8 @@ void RecordForm::keyPressEvent(QKeyEvent* event) {
     close();
     return;
   }
-  Follow(model().KeyDownAll(platform::KeyCode(event->key()), platform::ShiftState(event->modifiers())));
+  Follow(model().KeyDownAll(platform::KeyCode(event->key()),
+                            platform::ShiftState(event->modifiers())));
 }
 
 void RecordForm::closeEvent(QCloseEvent* event) {
@@ -342,7 +357,5 @@ void RecordForm::resizeEvent(QResizeEvent* event) {
   // Laid out after the event: the note follows its pane.
   QTimer::singleShot(0, this, [this] { PlacePic(); });
 }
-
-
 
 }  // namespace suizo::app

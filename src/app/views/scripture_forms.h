@@ -25,14 +25,16 @@ class ScriptureForm : public ReaderForm {
  protected:
   // `Check1` with its caption, the pane flip `flip` ("切替") at its place,
   // and the page boxes with their titles.
-  void BuildScripture(const QString& check1, int flip, const std::vector<std::pair<int, QString>>& pages);
+  void BuildScripture(const QString& check1, int flip,
+                      const std::vector<std::pair<int, QString>>& pages);
   // A button to another view: off when this build has no window for it.
   QPushButton* ViewButton(int number, const QString& caption, int x, reader::FormKind target);
   void ShowScripture(const reader::ReaderView& v);
   reader::WritingsLayout MakeLayout() const override;
   void PlaceOwn() override;
   std::optional<std::u16string> NoteText(int pane) const override;
-  reader::ReaderOutcome NoteEnd(int pane, std::u16string_view start, std::u16string_view text) override;
+  reader::ReaderOutcome NoteEnd(int pane, std::u16string_view start,
+                                std::u16string_view text) override;
   bool PageTakes(char16_t c) const override;
   // The lookups of the selection: the writings, the sutra, the dictionary.
   void LookUp(reader::FormKind target);

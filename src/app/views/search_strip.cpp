@@ -104,7 +104,8 @@ void ClevStrip::Build(QWidget* form, QObject* filter) {
 
 void ClevStrip::Paint(const std::array<std::uint32_t, 11>& colours) {
   for (std::size_t c = 0; c < clev.size(); ++c) {
-    clev[c]->setStyleSheet("background:" + platform::Css(colours[c], clev[c]) + "; border:1px solid #666;");
+    clev[c]->setStyleSheet("background:" + platform::Css(colours[c], clev[c]) +
+                           "; border:1px solid #666;");
   }
 }
 

@@ -156,7 +156,6 @@ void SelectionDialogWindow::showEvent(QShowEvent* event) {
   platform::CentreOnOpener(*this, opener_);
 }
 
-
 void SelectionDialogWindow::resizeEvent(QResizeEvent* event) {
   QDialog::resizeEvent(event);
   // The dialog keeps its aspect ratio; only its width is stored.

@@ -28,10 +28,10 @@ ReaderFormShape WritingsShape() {
           .section = u"@本文",
           .kind = reader::FormKind::Form2,
           .bookmarks = corpus::BookmarkKind::Writings,
-          .tabs = {u"システム版", u"現代語訳", u"真蹟直読", u"真蹟活用", u"門下写本", u"原型活用", u"真備考",
-                   u"写備考", u"メモ２", u"メモ３", u"引用索引"},
-          .tabColours = {15987674, 16709354, 16709354, 16709354, 15332093, 15332093, 16709354, 15332093,
-                         16777215, 16777215, 16709354},
+          .tabs = {u"システム版", u"現代語訳", u"真蹟直読", u"真蹟活用", u"門下写本", u"原型活用",
+                   u"真備考", u"写備考", u"メモ２", u"メモ３", u"引用索引"},
+          .tabColours = {15987674, 16709354, 16709354, 16709354, 15332093, 15332093, 16709354,
+                         15332093, 16777215, 16777215, 16709354},
           .paneOfTab = {1, 2, 3, 3, 3, 3, 4, 4, 5, 6, 7},
           .panes = reader::kPanes};
 }
@@ -50,7 +50,8 @@ void WritingsForm::BuildOwn() {
   // First row: the document, the views, the classes.
   bangou_ = Field("Bangou", {8, 6, 84, 24});
   text4_ = Field("Text4", {96, 6, 250, 24});
-  text4_->setStyleSheet("background:white; border:1px solid #999; font-weight:bold; color:#0A5657;");
+  text4_->setStyleSheet(
+      "background:white; border:1px solid #999; font-weight:bold; color:#0A5657;");
   text6_ = Field("Text6", {350, 6, 120, 24});
   text5_ = Field("Text5", {474, 6, 50, 24});
   text1_ = Field("Text1", {528, 6, 148, 24});
@@ -61,9 +62,9 @@ void WritingsForm::BuildOwn() {
                                                          {8, QStringLiteral("辞書")}}};
   int x = 680;
   // A view whose window this build does not have yet is not offered.
-  constexpr std::array<reader::FormKind, 5> kTargets = {reader::FormKind::Form9, reader::FormKind::Form5,
-                                                        reader::FormKind::Form7, reader::FormKind::Form12,
-                                                        reader::FormKind::Form6};
+  constexpr std::array<reader::FormKind, 5> kTargets = {
+      reader::FormKind::Form9, reader::FormKind::Form5, reader::FormKind::Form7,
+      reader::FormKind::Form12, reader::FormKind::Form6};
   for (const auto& [number, caption] : views) {
     const QByteArray name = "Command" + QByteArray::number(number);
     commands_[number] = Button(name.constData(), caption, {x, 6, 44, 24});
@@ -124,8 +125,9 @@ void WritingsForm::BuildOwn() {
   for (const int box : reader::kPageBoxes) {
     const int titleIndex = reader::PageTitleOf(box);
     const corpus::Collection* c = corpus::FindCollection(titleIndex);
-    AddPageBox(box, c != nullptr ? Q(c->label) : QString(), QStringLiteral("PageTitle_%1").arg(titleIndex),
-               {x, 68, 38, 24}, {x + 38, 68, 64, 24});
+    AddPageBox(box, c != nullptr ? Q(c->label) : QString(),
+               QStringLiteral("PageTitle_%1").arg(titleIndex), {x, 68, 38, 24},
+               {x + 38, 68, 64, 24});
     pageTitle_[titleIndex] = findChild<QLabel*>(QStringLiteral("PageTitle_%1").arg(titleIndex));
     x += 106;
   }
@@ -138,7 +140,8 @@ void WritingsForm::ShowOwn(const reader::ReaderView& v) {
   text5_->setText(Q(v.Text5));
   text6_->setText(Q(v.Text6));
   for (const auto& [index, title] : pageTitle_) {
-    title->setStyleSheet("background:" + Css(v.clev.PageTitle[static_cast<std::size_t>(index)], this) + ";");
+    title->setStyleSheet(
+        "background:" + Css(v.clev.PageTitle[static_cast<std::size_t>(index)], this) + ";");
   }
   for (std::size_t c = 0; c < clev_.size(); ++c) {
     clev_[c]->setStyleSheet("background:" + Css(v.clev.Clev[c], this) + "; border:1px solid #666;");
@@ -177,15 +180,19 @@ std::optional<std::u16string> WritingsForm::NoteText(int pane) const {
   return writings_.reader().StartNoteEdit(pane);
 }
 
-reader::ReaderOutcome WritingsForm::NoteEnd(int pane, std::u16string_view start, std::u16string_view text) {
+reader::ReaderOutcome WritingsForm::NoteEnd(int pane, std::u16string_view start,
+                                            std::u16string_view text) {
   return reader().EndNoteEdit(pane, start, text);
 }
 
-bool WritingsForm::PageTakes(char16_t c) const { return reader::PageBoxTakes(c); }
+bool WritingsForm::PageTakes(char16_t c) const {
+  return reader::PageBoxTakes(c);
+}
 
 bool WritingsForm::OwnEvent(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::MouseButtonRelease) return false;
-  const bool strip = watched == picture3_ || std::find(clev_.begin(), clev_.end(), watched) != clev_.end();
+  const bool strip =
+      watched == picture3_ || std::find(clev_.begin(), clev_.end(), watched) != clev_.end();
   if (strip) program_.OpenSelection(this);
   return strip;
 }
@@ -194,7 +201,8 @@ bool WritingsForm::OwnEvent(QObject* watched, QEvent* event) {
 
 void WritingsForm::OpenHitList() {
   if (!hitList_) {
-    highlighter_ = std::make_unique<reader::Highlighter>(reader().engine(), program_.settings().Itaiji);
+    highlighter_ =
+        std::make_unique<reader::Highlighter>(reader().engine(), program_.settings().Itaiji);
     const QString id = QString::number(reinterpret_cast<quintptr>(this), 16);
     hitList_ = std::make_unique<HitListWindow>(reader().engine(), *highlighter_, program_.corpus(),
                                                program_.selection(), program_.settings(), nok_,
@@ -241,8 +249,10 @@ void WritingsForm::Jump(int command) {
   const corpus::Table& mok = program_.corpus().Mok();
   const auto title = [&] {
     if (mpos < 1 || mpos > program_.corpus().MosMaxY) return std::u16string();
-    std::u16string t(mok.Get(program_.corpus().MokOrder[static_cast<std::size_t>(mpos)], corpus::mok::kTitle));
-    if (const std::size_t blank = t.find_first_of(u" \u3000"); blank != std::u16string::npos) t.resize(blank);
+    std::u16string t(
+        mok.Get(program_.corpus().MokOrder[static_cast<std::size_t>(mpos)], corpus::mok::kTitle));
+    if (const std::size_t blank = t.find_first_of(u" \u3000"); blank != std::u16string::npos)
+      t.resize(blank);
     return t;
   };
   switch (command) {
@@ -264,7 +274,8 @@ void WritingsForm::Jump(int command) {
       nav.GoJisho(selected.empty() ? title() : selected, family);
       return;
     }
-    default: return;
+    default:
+      return;
   }
 }
 

@@ -38,7 +38,8 @@ class WritingsForm : public ReaderForm {
   reader::WritingsLayout MakeLayout() const override;
   void PlaceOwn() override;
   std::optional<std::u16string> NoteText(int pane) const override;
-  reader::ReaderOutcome NoteEnd(int pane, std::u16string_view start, std::u16string_view text) override;
+  reader::ReaderOutcome NoteEnd(int pane, std::u16string_view start,
+                                std::u16string_view text) override;
   void Link(const QString& href) override;
   bool PageTakes(char16_t c) const override;
   void CloseHitList() override;
@@ -49,11 +50,12 @@ class WritingsForm : public ReaderForm {
   void Jump(int command);
 
   reader::WritingsWindow& writings_;
-  QLabel *bangou_ = nullptr, *text1_ = nullptr, *text4_ = nullptr, *text5_ = nullptr, *text6_ = nullptr;
+  QLabel *bangou_ = nullptr, *text1_ = nullptr, *text4_ = nullptr, *text5_ = nullptr,
+         *text6_ = nullptr;
   QPushButton *sinSya_ = nullptr, *tyoKat_ = nullptr, *kakko_ = nullptr, *fav_ = nullptr;
   QWidget* picture3_ = nullptr;
   std::array<QLabel*, 11> clev_{};
-  std::map<int, QLabel*> pageTitle_;  // `PageTitle(i)` by label index
+  std::map<int, QLabel*> pageTitle_;                  // `PageTitle(i)` by label index
   std::unique_ptr<reader::Highlighter> highlighter_;  // the hit list's marks
   int nok_ = 0;                                       // the list shows column 8
   std::unique_ptr<HitListWindow> hitList_;

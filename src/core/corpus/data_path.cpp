@@ -14,7 +14,9 @@
 namespace suizo::corpus {
 namespace {
 
-bool CanWrite(const std::filesystem::path& folder) { return ::access(folder.c_str(), W_OK) == 0; }
+bool CanWrite(const std::filesystem::path& folder) {
+  return ::access(folder.c_str(), W_OK) == 0;
+}
 
 bool InUse(const std::filesystem::path& folder) {
   std::error_code error;
@@ -60,7 +62,9 @@ void MakeDataFolder(const DataPlace& place) {
   if (place.seed.empty()) return;
   std::error_code error;
   std::filesystem::create_directories(place.folder, error);
-  if (error) throw CorpusError({DisplayPath(place.folder)}, "cannot make the data folder: " + error.message());
+  if (error)
+    throw CorpusError({DisplayPath(place.folder)},
+                      "cannot make the data folder: " + error.message());
 }
 
 bool AwaitsSeed(const DataPlace& place) {
@@ -75,8 +79,10 @@ int SeedDataFolder(const DataPlace& place) {
   for (const auto& entry : std::filesystem::directory_iterator(place.seed, error)) {
     if (entry.is_regular_file(error)) files.push_back(entry.path());
   }
-  if (error) throw CorpusError({DisplayPath(place.seed)}, "cannot read the folder: " + error.message());
-  for (const auto& file : files) WriteFileWhole(place.folder / file.filename(), ReadFileBytes(file));
+  if (error)
+    throw CorpusError({DisplayPath(place.seed)}, "cannot read the folder: " + error.message());
+  for (const auto& file : files)
+    WriteFileWhole(place.folder / file.filename(), ReadFileBytes(file));
   return static_cast<int>(files.size());
 }
 

@@ -182,7 +182,8 @@ void ReadDax(const std::filesystem::path& path, Table& table) {
     if (header.empty()) throw CorpusError({file, 1}, "the file has no field count");
     const auto fields = text::ToInt(header);
     if (fields && *fields > schema.FieldMax()) {
-      throw CorpusError({file, 1}, "the store has " + std::to_string(*fields) + " fields, more than the " +
+      throw CorpusError({file, 1}, "the store has " + std::to_string(*fields) +
+                                       " fields, more than the " +
                                        std::to_string(schema.FieldMax()) + " of " +
                                        std::string(schema.name) + " this program knows");
     }
@@ -208,11 +209,13 @@ void ReadStore(const std::filesystem::path& path, Table& table) {
   if (fields >= schema.FewestFields()) return;
   table.Clear();
   const int first = fields + 1;
-  throw CorpusError({DisplayPath(path), 1, -1, first, text::ToUtf8(schema.fields[static_cast<std::size_t>(first)])},
+  throw CorpusError({DisplayPath(path), 1, -1, first,
+                     text::ToUtf8(schema.fields[static_cast<std::size_t>(first)])},
                     "the store has " + std::to_string(fields) + " fields, and a store of " +
-                        std::string(schema.name) + " is read from " + std::to_string(schema.FewestFields()) +
-                        " to " + std::to_string(schema.FieldMax()) +
-                        ": the fields from " + std::to_string(first) +
+                        std::string(schema.name) + " is read from " +
+                        std::to_string(schema.FewestFields()) + " to " +
+                        std::to_string(schema.FieldMax()) + ": the fields from " +
+                        std::to_string(first) +
                         " on are missing, and the program cannot do without them. Convert the "
                         "folder again from its exports (.dat)");
 }

@@ -22,7 +22,8 @@ namespace fs = std::filesystem;
 
 bool ReadAtStart(TableId id) {
   const int group = SchemaOf(id).loadGroup;
-  return std::find(std::begin(kStartGroups), std::end(kStartGroups), group) != std::end(kStartGroups);
+  return std::find(std::begin(kStartGroups), std::end(kStartGroups), group) !=
+         std::end(kStartGroups);
 }
 
 fs::path StoreFile(const fs::path& dataPath, TableId id, const char* extension) {
@@ -35,7 +36,8 @@ bool IsFile(const fs::path& path) {
 }
 
 // Reads one store whole and counts its notes.
-StoreFinding ReadStoreFinding(const fs::path& dataPath, TableId id, std::vector<NoteFinding>& notes) {
+StoreFinding ReadStoreFinding(const fs::path& dataPath, TableId id,
+                              std::vector<NoteFinding>& notes) {
   StoreFinding found;
   found.id = id;
   const fs::path file = StoreFile(dataPath, id, ".dax");
@@ -54,7 +56,8 @@ StoreFinding ReadStoreFinding(const fs::path& dataPath, TableId id, std::vector<
   for (const NoteColumn& column : kNoteColumns) {
     if (column.table != id) continue;
     int count = 0;
-    for (int row = 1; row <= table.rows(); ++row) count += table.Get(row, column.field).empty() ? 0 : 1;
+    for (int row = 1; row <= table.rows(); ++row)
+      count += table.Get(row, column.field).empty() ? 0 : 1;
     notes.push_back({id, column.field, count});
   }
   return found;
@@ -72,7 +75,8 @@ int SetBookmarks(const fs::path& dataPath) {
   if (!IsFile(ini)) return 0;
   const ProfileFile file(ini);
   int count = 0;
-  for (const BookmarkKind kind : {BookmarkKind::Writings, BookmarkKind::Sutra, BookmarkKind::Sources}) {
+  for (const BookmarkKind kind :
+       {BookmarkKind::Writings, BookmarkKind::Sutra, BookmarkKind::Sources}) {
     for (int i = 1; i <= kBookmarks; ++i) {
       count += file.Read(BookmarkSection(kind, i), u"T1", kUnsetCaption) != kUnsetCaption ? 1 : 0;
     }
@@ -93,7 +97,9 @@ std::vector<std::string> LeftoverNames(const fs::path& dataPath) {
   return names;
 }
 
-std::string StoreName(TableId id) { return std::string(SchemaOf(id).stem) + ".dax"; }
+std::string StoreName(TableId id) {
+  return std::string(SchemaOf(id).stem) + ".dax";
+}
 
 // The first store the start cannot read, with why.
 std::optional<std::string> StartStoreFault(const FolderFindings& found) {
@@ -113,17 +119,21 @@ void Decide(FolderFindings& found) {
       found.reason = "the store cannot be read: " + *fault;
       return;
     }
-    found.verdict = path == StartupPath::Current ? FolderVerdict::OpensDirectly : FolderVerdict::AsksFirst;
+    found.verdict =
+        path == StartupPath::Current ? FolderVerdict::OpensDirectly : FolderVerdict::AsksFirst;
     found.reason = path == StartupPath::Current
                        ? "ver.dax holds this program's version"
                        : (found.decision.versionRecorded
-                              ? "another version (" + text::ToUtf8(found.decision.storedVersion) + ") wrote the store"
+                              ? "another version (" + text::ToUtf8(found.decision.storedVersion) +
+                                    ") wrote the store"
                               : std::string("the store has no ver.dax")) +
-                             ", and there are no exports to convert: the viewer asks whether to read it as it is";
+                             ", and there are no exports to convert: the viewer asks whether to "
+                             "read it as it is";
     for (const StoreFinding& store : found.stores) {
       if (ReadAtStart(store.id) || store.fault.empty()) continue;
-      found.warnings.push_back(store.id == TableId::Nen ? "the chronology will not open: " + store.fault
-                                                        : "no window reads it, but it is faulty: " + store.fault);
+      found.warnings.push_back(store.id == TableId::Nen
+                                   ? "the chronology will not open: " + store.fault
+                                   : "no window reads it, but it is faulty: " + store.fault);
     }
     return;
   }
@@ -142,7 +152,8 @@ void Decide(FolderFindings& found) {
   }
   found.verdict = FolderVerdict::Converts;
   found.reason = found.decision.versionRecorded
-                     ? "ver.dax holds another version (" + text::ToUtf8(found.decision.storedVersion) +
+                     ? "ver.dax holds another version (" +
+                           text::ToUtf8(found.decision.storedVersion) +
                            "): the exports are converted again, the store's notes carried across"
                      : "there is no ver.dax: the exports are converted for the first time";
 }
@@ -151,20 +162,28 @@ void Decide(FolderFindings& found) {
 
 std::string_view VerdictText(FolderVerdict verdict) {
   switch (verdict) {
-    case FolderVerdict::OpensDirectly: return "opens directly";
-    case FolderVerdict::Converts: return "converts";
-    case FolderVerdict::AsksFirst: return "opens as it is after asking";
-    case FolderVerdict::Refused: break;
+    case FolderVerdict::OpensDirectly:
+      return "opens directly";
+    case FolderVerdict::Converts:
+      return "converts";
+    case FolderVerdict::AsksFirst:
+      return "opens as it is after asking";
+    case FolderVerdict::Refused:
+      break;
   }
   return "refused";
 }
 
 std::string_view VerdictWord(FolderVerdict verdict) {
   switch (verdict) {
-    case FolderVerdict::OpensDirectly: return "opens";
-    case FolderVerdict::Converts: return "converts";
-    case FolderVerdict::AsksFirst: return "asks";
-    case FolderVerdict::Refused: break;
+    case FolderVerdict::OpensDirectly:
+      return "opens";
+    case FolderVerdict::Converts:
+      return "converts";
+    case FolderVerdict::AsksFirst:
+      return "asks";
+    case FolderVerdict::Refused:
+      break;
   }
   return "refused";
 }

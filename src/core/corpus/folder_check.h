@@ -42,13 +42,13 @@ struct NoteFinding {
 
 struct FolderFindings {
   std::filesystem::path folder;
-  StartupDecision decision;    // what a start decides, before it asks anything
-  std::u16string ourVersion;   // what ver.dax holds for a store of this program
+  StartupDecision decision;          // what a start decides, before it asks anything
+  std::u16string ourVersion;         // what ver.dax holds for a store of this program
   std::vector<StoreFinding> stores;  // all twelve, in the tables' order
   std::vector<TableId> exports;      // the exports (.dat) present
   std::string exportFault;           // why the exports cannot be converted, when they would be
   std::vector<NoteFinding> notes;    // one per note column, of the stores that read
-  int journalEntries = 0;  // note edits in notes.journal, put back at the next start
+  int journalEntries = 0;            // note edits in notes.journal, put back at the next start
   bool notesPending = false;
   int bookmarks = 0;  // bookmarks the user set in suiten.ini, of 30
   // What a killed write or conversion left: the next start removes the
@@ -68,6 +68,7 @@ std::optional<std::filesystem::path> FindCorpusFont(const std::filesystem::path&
 
 // Reads the folder (every store whole, the exports' headers when they would
 // be converted) and writes nothing.
-FolderFindings CheckFolder(const std::filesystem::path& dataPath, std::u16string_view programVersion);
+FolderFindings CheckFolder(const std::filesystem::path& dataPath,
+                           std::u16string_view programVersion);
 
 }  // namespace suizo::corpus

@@ -1,9 +1,9 @@
 // Pieces the import's steps share.
 #pragma once
 
+#include "core/corpus/conversion.h"
 #include "core/corpus/dat_file.h"
 #include "core/corpus/dax_file.h"
-#include "core/corpus/conversion.h"
 #include "core/corpus/import.h"
 
 namespace suizo::corpus::import {

@@ -168,7 +168,8 @@ void CloseStore(Corpus& corpus, Selection& selection, const NoteJournal& journal
 }
 
 std::u16string WriteBackFailure(const CorpusError& error, const NoteJournal& journal) {
-  std::u16string out = u"ノートをデータに保存できませんでした。データは保存前のまま残っています。\n";
+  std::u16string out =
+      u"ノートをデータに保存できませんでした。データは保存前のまま残っています。\n";
   out += journal.Exists() ? u"ノートは notes.journal に残り、次回の起動時に戻されます。\n"
                           : u"記録ファイルも書けなかったため、今回のノートは失われます。\n";
   return out + text::FromUtf8(error.what());

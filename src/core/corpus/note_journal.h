@@ -24,7 +24,7 @@ struct NoteColumn {
   int field;
 };
 inline constexpr NoteColumn kNoteColumns[] = {
-    {TableId::Dat, dat::kNote2}, {TableId::Dat, dat::kNote3}, {TableId::Dat, dat::kQuotations},
+    {TableId::Dat, dat::kNote2}, {TableId::Dat, dat::kNote3},  {TableId::Dat, dat::kQuotations},
     {TableId::Hok, hok::kNote},  {TableId::SDat, sdat::kNote},
 };
 

@@ -141,7 +141,7 @@ inline constexpr int kKaiketsuPage = 11;  // 開結頁行: page and line in the 
 inline constexpr int kChapter = 9;        // 品名
 inline constexpr int kSutraName = 8;      // 経名
 inline constexpr int kFascicle = 31;      // 備考, the fascicle's label once imported
-inline constexpr int kNote = 36;       // 文字列1, the reader's notes
+inline constexpr int kNote = 36;          // 文字列1, the reader's notes
 }  // namespace hok
 
 namespace outline {

@@ -31,7 +31,8 @@ bool HasStartStores(const std::filesystem::path& dataPath) {
   for (const int group : kStartGroups) {
     for (const TableId id : GroupTables(group)) {
       std::error_code error;
-      const auto store = dataPath / std::filesystem::u8path(std::string(SchemaOf(id).stem) + ".dax");
+      const auto store =
+          dataPath / std::filesystem::u8path(std::string(SchemaOf(id).stem) + ".dax");
       if (!std::filesystem::is_regular_file(store, error)) return false;
     }
   }
@@ -54,14 +55,17 @@ StartupDecision DecideStartup(const std::filesystem::path& dataPath, std::u16str
 }
 
 std::u16string AsItIsQuestion(const StartupDecision& decision) {
-  std::u16string out =
-      decision.versionRecorded
-          ? u"このデータフォルダの『翠蔵』データは、別の版（" + decision.storedVersion + u"）で作られたものです。\n"
-          : std::u16string(u"このデータフォルダの『翠蔵』データには、作った版の記録（ver.dax）がありません。\n");
-  out += u"変換に使う書き出しファイル（.dat）がないため、データを作り直すことはできません。\n"
-         u"データは、このまま読むことができます。変換はせず、ver.dax も変えません。"
-         u"ノートを編集したときだけ、そのノートをデータに書き込みます。\n\n"
-         u"このまま開きますか。";
+  std::u16string out = decision.versionRecorded
+                           ? u"このデータフォルダの『翠蔵』データは、別の版（" +
+                                 decision.storedVersion + u"）で作られたものです。\n"
+                           : std::u16string(
+                                 u"このデータフォルダの『翠蔵』データには、作った版の記録（ver."
+                                 u"dax）がありません。\n");
+  out +=
+      u"変換に使う書き出しファイル（.dat）がないため、データを作り直すことはできません。\n"
+      u"データは、このまま読むことができます。変換はせず、ver.dax も変えません。"
+      u"ノートを編集したときだけ、そのノートをデータに書き込みます。\n\n"
+      u"このまま開きますか。";
   return out;
 }
 
@@ -130,7 +134,8 @@ StartupReport OpenStore(Corpus& corpus, std::u16string_view version, const Impor
     RemoveFile(dataPath / kNotesPending);
   } else {
     if (report.decision.path == StartupPath::FirstRun) outside.ExportTo(dataPath);
-    if (!HasExports(dataPath)) throw CorpusError({DisplayPath(dataPath)}, text::ToUtf8(kNoProductMessage));
+    if (!HasExports(dataPath))
+      throw CorpusError({DisplayPath(dataPath)}, text::ToUtf8(kNoProductMessage));
     report.notesRestored = ConvertFolder(corpus, version, options).notesCarried;
     // The notes are in the new store already; the exit writes them again.
     if (report.notesRestored) corpus.DatDirty = corpus.HokDirty = corpus.SDatDirty = 1;

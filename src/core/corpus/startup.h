@@ -94,7 +94,7 @@ class StartDeclined : public std::exception {
 
 struct StartupReport {
   StartupDecision decision;
-  bool openedAsItIs = false;  // read without converting, the user having agreed
+  bool openedAsItIs = false;              // read without converting, the user having agreed
   Leftovers leftovers = Leftovers::None;  // what a killed conversion had left
   bool notesRestored = false;
   int journalEntries = 0;  // note edits replayed from a run that did not end cleanly

@@ -84,7 +84,8 @@ class Table {
 
   // Asks the memory for a cell's place ahead of its reading.
   void PrefetchCell(int row, int field) const {
-    const std::size_t index = static_cast<std::size_t>(row) * stride_ + static_cast<std::size_t>(field);
+    const std::size_t index =
+        static_cast<std::size_t>(row) * stride_ + static_cast<std::size_t>(field);
     if (row >= 0 && index < cells_.size()) __builtin_prefetch(&cells_[index]);
   }
 

@@ -13,9 +13,11 @@ inline constexpr std::u16string_view kDoctype = u"<!DOCTYPE html>";
 // Every bare <span> is a hit mark; a span with its own style is not.
 inline constexpr std::u16string_view kHitStyle =
     u"<style>span{ color:black; font-weight: bold; background-color: yellow; }</style>";
-inline constexpr std::u16string_view kLinkStyle = u"<style>a{ color:blue; text-decoration:none; }</style>";
+inline constexpr std::u16string_view kLinkStyle =
+    u"<style>a{ color:blue; text-decoration:none; }</style>";
 // Only the measuring pane carries it, in front of the doctype.
-inline constexpr std::u16string_view kCompatibilityTag = u"<meta http-equiv='X-UA-Compatible' content='IE=9'>";
+inline constexpr std::u16string_view kCompatibilityTag =
+    u"<meta http-equiv='X-UA-Compatible' content='IE=9'>";
 
 // The grey of a line without an autograph under the autograph scope. The
 // main text closes it with "</span>"; the translation with "</span2>", which
@@ -44,7 +46,9 @@ std::u16string VerticalFrame(double step);
 // What the measuring pane receives: the compatibility tag, then the frame.
 std::u16string MeasuringFrame(double step);
 // The wheel step for a screen of `dpi` dots per inch.
-inline double WheelStep(double dpi) { return dpi * 25 / 96; }
+inline double WheelStep(double dpi) {
+  return dpi * 25 / 96;
+}
 
 // The zoom the panes take, "100%" at 96 dots per inch.
 std::u16string ZoomText(double dpi);

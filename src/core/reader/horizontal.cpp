@@ -9,8 +9,9 @@ namespace suizo::reader {
 
 using text::ReplaceAll;
 
-HorizontalPanes HyoujiYoko(const TextTable& table, const corpus::Corpus& corpus, int lpos, Highlighter& highlighter,
-                           int srn, bool kakkoPressed, int gk, int authenticScope) {
+HorizontalPanes HyoujiYoko(const TextTable& table, const corpus::Corpus& corpus, int lpos,
+                           Highlighter& highlighter, int srn, bool kakkoPressed, int gk,
+                           int authenticScope) {
   HorizontalPanes out;
   const bool grey = table.Text(lpos, corpus::dat::kAutograph).empty() && authenticScope == 1;
 
@@ -39,10 +40,13 @@ HorizontalPanes HyoujiYoko(const TextTable& table, const corpus::Corpus& corpus,
   if (grey) t = std::u16string(kGreyOpen) + t + std::u16string(kGreyCloseTranslation);
   out.html[2] = ReplaceAll(t, u"／", u"<BR>");
 
-  out.html[5] = highlighter.HiLight(ReplaceAll(table.Text(lpos, corpus::dat::kNote2), u"／", u"<BR>"), 8, lpos);
-  out.html[6] = highlighter.HiLight(ReplaceAll(table.Text(lpos, corpus::dat::kNote3), u"／", u"<BR>"), 9, lpos);
+  out.html[5] = highlighter.HiLight(
+      ReplaceAll(table.Text(lpos, corpus::dat::kNote2), u"／", u"<BR>"), 8, lpos);
+  out.html[6] = highlighter.HiLight(
+      ReplaceAll(table.Text(lpos, corpus::dat::kNote3), u"／", u"<BR>"), 9, lpos);
   out.html[7] = highlighter.HiLight(
-      LinkRefs(ReplaceAll(table.Text(lpos, corpus::dat::kQuotations), u"／", u"<BR>"), corpus), 10, lpos);
+      LinkRefs(ReplaceAll(table.Text(lpos, corpus::dat::kQuotations), u"／", u"<BR>"), corpus), 10,
+      lpos);
   return out;
 }
 

@@ -21,7 +21,8 @@ struct HorizontalPanes {
 // `kakkoPressed`: the reader keeps the first text form although the hit
 // stands only in the second. `gk` is the collection, `authenticScope`
 // `CSel(10)`.
-HorizontalPanes HyoujiYoko(const TextTable& table, const corpus::Corpus& corpus, int lpos, Highlighter& highlighter,
-                           int srn, bool kakkoPressed, int gk, int authenticScope);
+HorizontalPanes HyoujiYoko(const TextTable& table, const corpus::Corpus& corpus, int lpos,
+                           Highlighter& highlighter, int srn, bool kakkoPressed, int gk,
+                           int authenticScope);
 
 }  // namespace suizo::reader

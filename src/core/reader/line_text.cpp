@@ -7,7 +7,9 @@ std::u16string Indented(std::u16string_view t) {
   return std::u16string(t);
 }
 
-std::u16string CutStub(std::u16string_view t) { return std::u16string(t.substr(0, t.find(u'／'))); }
+std::u16string CutStub(std::u16string_view t) {
+  return std::u16string(t.substr(0, t.find(u'／')));
+}
 
 std::u16string WithoutNotes(std::u16string_view text) {
   std::u16string t(text);

@@ -9,7 +9,9 @@ namespace suizo::reader {
 
 namespace {
 
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+bool IsDigit(char16_t c) {
+  return c >= u'0' && c <= u'9';
+}
 
 // Whether `text` at `at` reads as `shape`, where "9" stands for a digit and
 // any other unit for itself.
@@ -57,7 +59,9 @@ std::u16string Scan(std::u16string_view text, Length&& length, Href&& href) {
 int LineOfSysNo(const corpus::Corpus& corpus, double value) {
   const corpus::Table& dat = corpus.Dat();
   for (int k = 1; k <= corpus.DasMaxY; ++k) {
-    if (text::Val(dat.Get(corpus.DatOrder[static_cast<std::size_t>(k)], corpus::dat::kSysNo)) == value) return k;
+    if (text::Val(dat.Get(corpus.DatOrder[static_cast<std::size_t>(k)], corpus::dat::kSysNo)) ==
+        value)
+      return k;
   }
   return 0;
 }
@@ -65,7 +69,8 @@ int LineOfSysNo(const corpus::Corpus& corpus, double value) {
 }  // namespace
 
 std::u16string LinkLines(std::u16string_view text) {
-  return Scan(text, SysNoLength, [](const std::u16string& s) { return std::optional<std::u16string>(s); });
+  return Scan(text, SysNoLength,
+              [](const std::u16string& s) { return std::optional<std::u16string>(s); });
 }
 
 std::u16string LinkRefs(std::u16string_view text, const corpus::Corpus& corpus) {
@@ -73,10 +78,13 @@ std::u16string LinkRefs(std::u16string_view text, const corpus::Corpus& corpus) 
   std::u16string out(text);
   for (std::size_t i = 0; i < out.size(); ++i) {
     if (out.compare(i, 2, u"成仏") == 0) i += 2;
-    if (i + 1 < out.size() && std::u16string_view(u"大続全仏").find(out[i]) != std::u16string_view::npos &&
+    if (i + 1 < out.size() &&
+        std::u16string_view(u"大続全仏").find(out[i]) != std::u16string_view::npos &&
         IsDigit(out[i + 1])) {
       ++i;
-      while (i < out.size() && (IsDigit(out[i]) || out[i] == u'.' || (out[i] >= u'a' && out[i] <= u'z'))) ++i;
+      while (i < out.size() &&
+             (IsDigit(out[i]) || out[i] == u'.' || (out[i] >= u'a' && out[i] <= u'z')))
+        ++i;
       continue;
     }
     std::size_t n = 0;
@@ -105,7 +113,8 @@ LinkTarget ResolveLink(std::u16string_view href, corpus::Corpus& corpus) {
     const corpus::Table& hok = corpus.table(corpus::TableId::Hok);
     for (int i = 1; i <= hok.rows(); ++i) {
       const double from = text::Val(hok.Get(i, corpus::hok::kKaiketsuPage));
-      const double to = i + 1 <= hok.rows() ? text::Val(hok.Get(i + 1, corpus::hok::kKaiketsuPage)) : 0;
+      const double to =
+          i + 1 <= hok.rows() ? text::Val(hok.Get(i + 1, corpus::hok::kKaiketsuPage)) : 0;
       if (x >= from && x < to) return {LinkTarget::Kind::Sutra, i, {}};
     }
     return {LinkTarget::Kind::NotFound, 0, {}};

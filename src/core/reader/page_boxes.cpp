@@ -14,14 +14,17 @@ std::u16string V(std::u16string_view t, std::size_t from, std::size_t length) {
   return text::NumberText(text::Val(t.substr(from - 1, length)));
 }
 
-std::u16string Last2(std::u16string_view t) { return V(t, t.size() >= 2 ? t.size() - 1 : 1, 2); }
+std::u16string Last2(std::u16string_view t) {
+  return V(t, t.size() >= 2 ? t.size() - 1 : 1, 2);
+}
 
 }  // namespace
 
 std::u16string PageBoxText(int box, std::u16string_view s) {
   if (s.empty()) return {};
   switch (box) {
-    case 0: return std::u16string(s);
+    case 0:
+      return std::u16string(s);
     case 22:
     case 23:
     case 25:
@@ -49,7 +52,8 @@ std::u16string PageBoxText(int box, std::u16string_view s) {
       if (s.rfind(u'-') != s.find(u'-')) out += s.substr(std::min<std::size_t>(5, s.size()), 2);
       return out + u"." + Last2(s);
     }
-    default: return std::u16string(s);
+    default:
+      return std::u16string(s);
   }
 }
 

@@ -16,7 +16,9 @@ inline constexpr std::array<int, 11> kPageBoxes = {0, 22, 23, 24, 25, 26, 27, 28
 inline constexpr std::array<int, 6> kSearchablePageBoxes = {0, 22, 23, 25, 28, 29};
 // The label of a box: its own index, except for the two whose label stands
 // one below (`PageTitle(31)`, `PageTitle(35)`).
-inline constexpr int PageTitleOf(int box) { return box == 32 || box == 36 ? box - 1 : box; }
+inline constexpr int PageTitleOf(int box) {
+  return box == 32 || box == 36 ? box - 1 : box;
+}
 
 // The text of box `box` for the column text `s`; an empty column leaves it empty.
 std::u16string PageBoxText(int box, std::u16string_view s);

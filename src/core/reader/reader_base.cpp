@@ -21,8 +21,9 @@ std::u16string ReaderView::PageBox(int box) const {
   return {};
 }
 
-ReaderBase::ReaderBase(corpus::Corpus& corpus, corpus::Selection& selection, corpus::Settings& settings,
-                       corpus::NoteJournal* journal, TextTable table, int muki)
+ReaderBase::ReaderBase(corpus::Corpus& corpus, corpus::Selection& selection,
+                       corpus::Settings& settings, corpus::NoteJournal* journal, TextTable table,
+                       int muki)
     : Muki1(muki),
       corpus_(&corpus),
       selection_(&selection),
@@ -98,7 +99,8 @@ void ReaderBase::SearchView(ReaderView& v) const {
 void ReaderBase::Hyouji2() {
   for (int i = 1; i <= engine_.Srn; ++i) {
     const search::Position& hit = engine_.Hit(i);
-    if (hit.Mpos == Mpos() && hit.Lpos == Lpos() && hit.chapter == engine_.pos.chapter) engine_.SrnPos = i;
+    if (hit.Mpos == Mpos() && hit.Lpos == Lpos() && hit.chapter == engine_.pos.chapter)
+      engine_.SrnPos = i;
   }
 }
 
@@ -106,13 +108,20 @@ void ReaderBase::Hyouji2() {
 
 std::optional<ReaderOutcome> ReaderBase::CommonKey(int keyCode, int shift) {
   switch (keyCode) {
-    case key::kF1: return ReaderOutcome{.openSettings = true};
-    case key::kSpace: return Command3(now_());
-    case key::kX: return LimitClick();
-    case key::kF: return shift == key::kCtrl ? ReaderOutcome{.focusSearchBox = true} : ReaderOutcome{};
-    case key::kRight: return SrnNext();
-    case key::kLeft: return SrnBack();
-    default: return std::nullopt;
+    case key::kF1:
+      return ReaderOutcome{.openSettings = true};
+    case key::kSpace:
+      return Command3(now_());
+    case key::kX:
+      return LimitClick();
+    case key::kF:
+      return shift == key::kCtrl ? ReaderOutcome{.focusSearchBox = true} : ReaderOutcome{};
+    case key::kRight:
+      return SrnNext();
+    case key::kLeft:
+      return SrnBack();
+    default:
+      return std::nullopt;
   }
 }
 
@@ -157,7 +166,9 @@ ReaderOutcome ReaderBase::LimitClick() {
   return out;
 }
 
-ReaderOutcome ReaderBase::Label3Click() { return FromSearch(engine_.Label3Click()); }
+ReaderOutcome ReaderBase::Label3Click() {
+  return FromSearch(engine_.Label3Click());
+}
 
 ReaderOutcome ReaderBase::Command1(std::u16string_view selection) {
   if (!selection.empty()) engine_.Combo1 = selection;
@@ -183,9 +194,15 @@ ReaderOutcome ReaderBase::Command14() {
   return Redraw();
 }
 
-ReaderOutcome ReaderBase::Command15() { return FromSearch(engine_.Command15()); }
-ReaderOutcome ReaderBase::SrnNext() { return FromSearch(engine_.SrnNext()); }
-ReaderOutcome ReaderBase::SrnBack() { return FromSearch(engine_.SrnBack()); }
+ReaderOutcome ReaderBase::Command15() {
+  return FromSearch(engine_.Command15());
+}
+ReaderOutcome ReaderBase::SrnNext() {
+  return FromSearch(engine_.SrnNext());
+}
+ReaderOutcome ReaderBase::SrnBack() {
+  return FromSearch(engine_.SrnBack());
+}
 
 ReaderOutcome ReaderBase::PageBoxEnter(int box, std::u16string_view text) {
   ReaderOutcome out = FromSearch(engine_.PageBoxEnter(box, text));

@@ -48,9 +48,9 @@ struct PaneView {
 // What a reader's window shows after a render. A reader fills what it has.
 struct ReaderView {
   int Muki1 = 0;
-  std::array<PaneView, 8> panes;                  // `Web(1)` to `Web(7)`; index 0 unused
+  std::array<PaneView, 8> panes;                 // `Web(1)` to `Web(7)`; index 0 unused
   std::optional<std::u16string> measuringFrame;  // `Web9`, with a vertical layout
-  std::u16string zoom;                            // the panes' zoom, with a frame
+  std::u16string zoom;                           // the panes' zoom, with a frame
   std::u16string caption;
   std::u16string Bangou, Text1, Text2, Text3, Text4, Text5, Text6;
   std::vector<std::pair<int, std::u16string>> pageBoxes;  // `Page(i)` and its text
@@ -87,7 +87,7 @@ struct ReaderView {
 // What an action asks of the window beyond a new render.
 struct ReaderOutcome {
   bool redraw = false;
-  bool toast = false;           // "** 見つかりません **"
+  bool toast = false;  // "** 見つかりません **"
   bool closeHitList = false;
   bool openSettings = false;    // F1
   bool focusSearchBox = false;  // Ctrl+F: the box with all its text selected
@@ -177,8 +177,8 @@ class ReaderBase {
   // A note edited in a pane: a changed text is stored in the line's column,
   // "／" for each line end, and journalled. Returns what the user must be
   // told when the journal could not take it, or nothing.
-  std::u16string StoreNote(corpus::TableId table, int row, int column, std::u16string_view startText,
-                 std::u16string_view text);
+  std::u16string StoreNote(corpus::TableId table, int row, int column,
+                           std::u16string_view startText, std::u16string_view text);
   const ColumnMeter& meter() const { return *meter_; }
 
   corpus::Corpus* corpus_;

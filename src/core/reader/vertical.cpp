@@ -74,8 +74,9 @@ std::u16string MeasuredLine(std::u16string_view marked) {
   return text::ReplaceAll(marked, u"／", u"<BR>");
 }
 
-VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSpec& shape, int gk,
-                        int authenticScope, const LineMarker& hiLight, const ColumnMeter& meter) {
+VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSpec& shape,
+                        int gk, int authenticScope, const LineMarker& hiLight,
+                        const ColumnMeter& meter) {
   const bool one = !shape.second;
   const int height1 = shape.height1;
   const int height2 = shape.height2;
@@ -94,11 +95,12 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const Verti
 
   for (int i = 1; i <= shape.maxLines; ++i) {
     std::u16string t1 = VerticalMainText(
-        shape.mainEmpty ? std::u16string_view() : table.Text(pos.Lpos, shape.mainColumn), shape, gk);
+        shape.mainEmpty ? std::u16string_view() : table.Text(pos.Lpos, shape.mainColumn), shape,
+        gk);
     t1 = hiLight(t1, shape.mainPane, pos.Lpos);
 
-    std::u16string t2 =
-        VerticalSecondText(one ? std::u16string_view() : table.Text(pos.Lpos, shape.secondColumn), shape);
+    std::u16string t2 = VerticalSecondText(
+        one ? std::u16string_view() : table.Text(pos.Lpos, shape.secondColumn), shape);
     t2 = hiLight(t2, shape.secondPane, pos.Lpos);
 
     const double w1 = meter.Columns(MeasuredLine(t1), height1);
@@ -107,8 +109,8 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const Verti
     sum1 += w1;
     sum2 += w2;
 
-    const bool grey =
-        shape.writings && authenticScope == 1 && table.Text(pos.Lpos, corpus::dat::kAutograph).empty();
+    const bool grey = shape.writings && authenticScope == 1 &&
+                      table.Text(pos.Lpos, corpus::dat::kAutograph).empty();
     const std::u16string_view a = grey ? kGreyOpen : u"";
     const std::u16string_view b = grey ? kGreyClose : u"";
 
@@ -141,7 +143,8 @@ VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const Verti
     // with ideographic spaces: d columns of its own characters.
     if (!shape.writings && padded != nullptr) {
       const bool second = padded == &t2;
-      const auto n = static_cast<std::size_t>(std::floor(d)) * static_cast<std::size_t>(second ? shape.chars2 : shape.chars1);
+      const auto n = static_cast<std::size_t>(std::floor(d)) *
+                     static_cast<std::size_t>(second ? shape.chars2 : shape.chars1);
       padded->append(n, u'\u3000');
       // A padded text is no longer empty: it takes the full separator.
       if (second && n > 0) next2 = u"<BR><BR>";

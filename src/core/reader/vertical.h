@@ -15,12 +15,12 @@
 namespace suizo::reader {
 
 struct VerticalState {
-  Position* pos;     // moved to the page's first line when filling backwards
-  bool limit;        // `Limit`: `Up` and `Down` stay in the work
-  int* BackFill;     // 1: fill backwards from the line; cleared at the end.
-                     // Any value but 0 and 1 shows no line and stays.
-  int* BlockLines;   // the lines the page holds, written
-  int TateOne;       // 1: the main text takes the whole height, no translation
+  Position* pos;    // moved to the page's first line when filling backwards
+  bool limit;       // `Limit`: `Up` and `Down` stay in the work
+  int* BackFill;    // 1: fill backwards from the line; cleared at the end.
+                    // Any value but 0 and 1 shows no line and stays.
+  int* BlockLines;  // the lines the page holds, written
+  int TateOne;      // 1: the main text takes the whole height, no translation
 };
 
 struct VerticalSettings {
@@ -33,11 +33,11 @@ struct VerticalSettings {
 struct VerticalSpec {
   int mainColumn = 8;
   int secondColumn = 15;
-  int mainPane = 0;    // the kinds the marks are made for
+  int mainPane = 0;  // the kinds the marks are made for
   int secondPane = 1;
-  int chars1 = 16;     // characters per column of each pane
+  int chars1 = 16;  // characters per column of each pane
   int chars2 = 18;
-  int height1 = 256;   // column heights in pixels
+  int height1 = 256;  // column heights in pixels
   int height2 = 288;
   int maxLines = 35;
   bool second = true;      // a second pane is written
@@ -78,12 +78,15 @@ struct VerticalPage {
 // one); `authenticScope` is `CSel(10)`, which greys lines without an
 // autograph.
 using LineMarker = std::function<std::u16string(std::u16string_view, int, int)>;
-VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSpec& shape, int gk,
-                        int authenticScope, const LineMarker& hiLight, const ColumnMeter& meter);
+VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSpec& shape,
+                        int gk, int authenticScope, const LineMarker& hiLight,
+                        const ColumnMeter& meter);
 // The writings' page from their settings.
-inline VerticalPage HyoujiTate(const TextTable& table, VerticalState state, const VerticalSettings& settings,
-                               int gk, int authenticScope, const LineMarker& hiLight, const ColumnMeter& meter) {
-  return HyoujiTate(table, state, WritingsVerticalSpec(settings, state.TateOne), gk, authenticScope, hiLight, meter);
+inline VerticalPage HyoujiTate(const TextTable& table, VerticalState state,
+                               const VerticalSettings& settings, int gk, int authenticScope,
+                               const LineMarker& hiLight, const ColumnMeter& meter) {
+  return HyoujiTate(table, state, WritingsVerticalSpec(settings, state.TateOne), gk, authenticScope,
+                    hiLight, meter);
 }
 
 }  // namespace suizo::reader

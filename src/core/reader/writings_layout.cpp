@@ -7,20 +7,23 @@ namespace suizo::reader {
 namespace {
 
 constexpr int kMargin = 8;
-constexpr int kTab = 24;       // the tab strip beside a pane
+constexpr int kTab = 24;  // the tab strip beside a pane
 constexpr int kGap = 4;
-constexpr int kStrip = 100;    // the controls above the panes
-constexpr int kRow1 = 300;     // main text and pane 3
-constexpr int kRow2 = 220;     // translation and pane 4
-constexpr int kNotes = 130;    // the notes row (`Pic5`)
+constexpr int kStrip = 100;  // the controls above the panes
+constexpr int kRow1 = 300;   // main text and pane 3
+constexpr int kRow2 = 220;   // translation and pane 4
+constexpr int kNotes = 130;  // the notes row (`Pic5`)
 constexpr int kLeftWidth = 620;
 constexpr int kPix16 = 16, kPix24 = 24, kPix32 = 32;
-constexpr int kCompactHeight = 26 * kPix16 + kPix32;  // `Pic13`: the compact translation's 26 characters
+constexpr int kCompactHeight =
+    26 * kPix16 + kPix32;  // `Pic13`: the compact translation's 26 characters
 
 // The pane a tab stands beside.
 constexpr std::array<int, 11> kPaneOfTab = {1, 2, 3, 3, 3, 3, 4, 4, 5, 6, 7};
 
-LayoutRect At(int x, int y, int w, int h) { return {x, y, w, h, true}; }
+LayoutRect At(int x, int y, int w, int h) {
+  return {x, y, w, h, true};
+}
 
 // Across, the four panes of both plans: the texts on the left, pane 3 and 4
 // on the right, the second row `row2Height` tall. The second row's top.
@@ -58,7 +61,8 @@ WritingsLayout LayOutWritings(const WritingsLayoutState& s) {
     const int noteWidth = (full - 2 * (kMargin + kTab)) / 3;
     for (int p = 5; p <= 7; ++p) {
       const int x = left + (p - 5) * (noteWidth + kMargin + kTab);
-      l.panes[static_cast<std::size_t>(p)] = At(x, notesTop, p == 7 ? left + full - x : noteWidth, kNotes);
+      l.panes[static_cast<std::size_t>(p)] =
+          At(x, notesTop, p == 7 ? left + full - x : noteWidth, kNotes);
       l.panes[static_cast<std::size_t>(p)].visible = notes;
     }
     l.height = (notes ? notesTop + kNotes : row2 + kRow2) + kMargin;
@@ -124,7 +128,8 @@ WritingsLayout LayOutScripture(const ScriptureLayoutState& s) {
     const LayoutRect& pane = l.panes[t + 1];
     l.tabs[t] = {pane.x - kTab, pane.y, kTab - 2, pane.h, pane.visible};
   }
-  if (l.Command16) l.tabs[static_cast<std::size_t>(l.paneOnTop == 1 ? s.secondPane - 1 : 0)].visible = false;
+  if (l.Command16)
+    l.tabs[static_cast<std::size_t>(l.paneOnTop == 1 ? s.secondPane - 1 : 0)].visible = false;
   return l;
 }
 

@@ -27,11 +27,11 @@ struct WritingsLayoutState {
 };
 
 struct WritingsLayout {
-  int width = 0, height = 0;         // the client area
-  int stripHeight = 0;               // the controls above the panes (`Pic1`)
-  std::array<LayoutRect, 8> panes;   // `Web(1)` to `Web(7)`; index 0 unused
-  std::array<LayoutRect, 11> tabs;   // `TagT(i)`, beside its pane (four in the scripture readers)
-  int paneOnTop = 1;                 // compact vertical: the pane lying over the other
+  int width = 0, height = 0;        // the client area
+  int stripHeight = 0;              // the controls above the panes (`Pic1`)
+  std::array<LayoutRect, 8> panes;  // `Web(1)` to `Web(7)`; index 0 unused
+  std::array<LayoutRect, 11> tabs;  // `TagT(i)`, beside its pane (four in the scripture readers)
+  int paneOnTop = 1;                // compact vertical: the pane lying over the other
   bool Command10 = false, Command13 = false, Command16 = false;
 };
 

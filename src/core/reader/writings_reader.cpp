@@ -17,9 +17,10 @@ constexpr std::uint32_t kOtherSideCopy = 0x99FFFF;       // the copies hold this
 constexpr std::uint32_t kOtherSideAutograph = 0xFF80FF;  // the autograph holds it
 }  // namespace
 
-WritingsReader::WritingsReader(corpus::Corpus& corpus, corpus::Selection& selection, corpus::Settings& settings,
-                               corpus::NoteJournal* journal, int muki)
-    : ReaderBase(corpus, selection, settings, journal, TextTable::Writings(corpus, selection), muki) {
+WritingsReader::WritingsReader(corpus::Corpus& corpus, corpus::Selection& selection,
+                               corpus::Settings& settings, corpus::NoteJournal* journal, int muki)
+    : ReaderBase(corpus, selection, settings, journal, TextTable::Writings(corpus, selection),
+                 muki) {
   const corpus::ReaderPlace place = corpus::FindReaderPlace(corpus, u"");
   engine_.pos = {place.Mpos, place.Lpos, {}};
 }
@@ -38,7 +39,8 @@ void WritingsReader::GoToWork(int mpos) {
 
 std::vector<bool> WritingsReader::TabVisibility() const {
   std::vector<bool> shown(11, true);
-  for (int tab = 2; tab <= 5; ++tab) shown[static_cast<std::size_t>(tab)] = tab == 2 + SinSya * 2 + TyoKat;
+  for (int tab = 2; tab <= 5; ++tab)
+    shown[static_cast<std::size_t>(tab)] = tab == 2 + SinSya * 2 + TyoKat;
   shown[6] = SinSya == 0;
   shown[7] = SinSya == 1;
   if (Muki1 == 1 && settings_->Gcm1 == 0 && TateOne == 1) shown[1] = false;
@@ -78,7 +80,8 @@ ReaderView WritingsReader::Hyouji() {
   p3.colour = SinSya == 0 ? kTranslationColour : kCopyColour;
   p3.colourSet = true;
   const int kind4 = 6 + SinSya;
-  const std::u16string t4 = ReplaceAll(col(SinSya == 0 ? corpus::dat::kAutographNote : corpus::dat::kCopyNote), u"\n", u"/");
+  const std::u16string t4 = ReplaceAll(
+      col(SinSya == 0 ? corpus::dat::kAutographNote : corpus::dat::kCopyNote), u"\n", u"/");
   v.panes[4].body = highlighter.HiLight(LinkRefs(t4, *corpus_), kind4, lpos);
   v.panes[4].written = true;
 
@@ -92,9 +95,12 @@ ReaderView WritingsReader::Hyouji() {
 
   if (Muki1 == 1) {
     const VerticalSettings vs{settings_->GmL1, settings_->GmL2, settings_->Gcm1};
-    const auto hiLight = [&](std::u16string_view t, int pane, int at) { return highlighter.HiLight(t, pane, at); };
-    VerticalPage page = HyoujiTate(table_, {&engine_.pos, engine_.Limit, &BackFill, &BlockLines, TateOne}, vs,
-                                   selection_->Gk, selection_->CSel[10], hiLight, meter());
+    const auto hiLight = [&](std::u16string_view t, int pane, int at) {
+      return highlighter.HiLight(t, pane, at);
+    };
+    VerticalPage page =
+        HyoujiTate(table_, {&engine_.pos, engine_.Limit, &BackFill, &BlockLines, TateOne}, vs,
+                   selection_->Gk, selection_->CSel[10], hiLight, meter());
     v.panes[1].body = std::move(page.main);
     v.panes[1].written = true;
     if (page.translationWritten) {
@@ -103,10 +109,11 @@ ReaderView WritingsReader::Hyouji() {
       v.panes[2].scrollRight = 100000;
     }
   } else {
-    HorizontalPanes panes = HyoujiYoko(table_, *corpus_, lpos, highlighter, engine_.Srn, Kakko, selection_->Gk,
-                                       selection_->CSel[10]);
+    HorizontalPanes panes = HyoujiYoko(table_, *corpus_, lpos, highlighter, engine_.Srn, Kakko,
+                                       selection_->Gk, selection_->CSel[10]);
     for (const int pane : {1, 2, 5, 6, 7}) {
-      v.panes[static_cast<std::size_t>(pane)].body = std::move(panes.html[static_cast<std::size_t>(pane)]);
+      v.panes[static_cast<std::size_t>(pane)].body =
+          std::move(panes.html[static_cast<std::size_t>(pane)]);
       v.panes[static_cast<std::size_t>(pane)].written = true;
     }
     v.KakkoVisible = panes.KakkoVisible;
@@ -116,8 +123,10 @@ ReaderView WritingsReader::Hyouji() {
 
   // The page boxes show the line the layout left the position on.
   if (Lpos() >= 1 && Lpos() <= corpus_->DasMaxY) {
-    const auto boxes = PageBoxTexts(corpus_->Dat(), corpus_->DatOrder[static_cast<std::size_t>(Lpos())]);
-    for (std::size_t i = 0; i < kPageBoxes.size(); ++i) v.pageBoxes.emplace_back(kPageBoxes[i], boxes[i]);
+    const auto boxes =
+        PageBoxTexts(corpus_->Dat(), corpus_->DatOrder[static_cast<std::size_t>(Lpos())]);
+    for (std::size_t i = 0; i < kPageBoxes.size(); ++i)
+      v.pageBoxes.emplace_back(kPageBoxes[i], boxes[i]);
   }
 
   v.clev = ClevWriteColours(*selection_);
@@ -139,9 +148,12 @@ ReaderOutcome WritingsReader::KeyDownAll(int keyCode, int shift) {
     case key::kA:
       if (Muki1 == 0) return Command10();
       return settings_->Gcm1 == 1 ? Command16() : ReaderOutcome{};
-    case key::kS: return SinSyaButton();
-    case key::kV: return Command13();
-    default: break;
+    case key::kS:
+      return SinSyaButton();
+    case key::kV:
+      return Command13();
+    default:
+      break;
   }
   if (keyCode != key::kUp && keyCode != key::kDown) return {};
   if (shift != key::kCtrl) return LineKey(keyCode, shift);
@@ -207,7 +219,8 @@ ReaderOutcome WritingsReader::LinkClick(std::u16string_view href) {
       // The line only: the work stays until the next move.
       Lpos() = target.position;
       return Redraw();
-    case LinkTarget::Kind::NotFound: break;
+    case LinkTarget::Kind::NotFound:
+      break;
   }
   return {.message = target.message};
 }
@@ -215,10 +228,14 @@ ReaderOutcome WritingsReader::LinkClick(std::u16string_view href) {
 namespace {
 int NoteColumnOf(int pane) {
   switch (pane) {
-    case 5: return corpus::dat::kNote2;
-    case 6: return corpus::dat::kNote3;
-    case 7: return corpus::dat::kQuotations;
-    default: return 0;
+    case 5:
+      return corpus::dat::kNote2;
+    case 6:
+      return corpus::dat::kNote3;
+    case 7:
+      return corpus::dat::kQuotations;
+    default:
+      return 0;
   }
 }
 }  // namespace
@@ -229,18 +246,20 @@ std::optional<std::u16string> WritingsReader::StartNoteEdit(int pane) const {
   return ReplaceAll(table_.Text(Lpos(), column), u"／", u"\r\n");
 }
 
-ReaderOutcome WritingsReader::EndNoteEdit(int pane, std::u16string_view startText, std::u16string_view text) {
+ReaderOutcome WritingsReader::EndNoteEdit(int pane, std::u16string_view startText,
+                                          std::u16string_view text) {
   const int column = NoteColumnOf(pane);
   if (column == 0 || Lpos() < 1 || Lpos() > corpus_->DasMaxY) return {};
   ReaderOutcome out = Redraw();
-  out.message =
-      StoreNote(corpus::TableId::Dat, corpus_->DatOrder[static_cast<std::size_t>(Lpos())], column, startText, text);
+  out.message = StoreNote(corpus::TableId::Dat, corpus_->DatOrder[static_cast<std::size_t>(Lpos())],
+                          column, startText, text);
   return out;
 }
 
 void WritingsReader::Deactivate() {
   OldMsys = Mpos() >= 1 && Mpos() <= corpus_->MosMaxY
-                ? std::u16string(corpus_->Mok().Get(corpus_->MokOrder[static_cast<std::size_t>(Mpos())], corpus::mok::kSysNo))
+                ? std::u16string(corpus_->Mok().Get(
+                      corpus_->MokOrder[static_cast<std::size_t>(Mpos())], corpus::mok::kSysNo))
                 : u"";
   OldLsys = std::u16string(table_.Text(Lpos(), corpus::dat::kSysNo));
 }
@@ -259,14 +278,21 @@ void WritingsReader::FindPlaceAgain() {
 
 namespace {
 // Kanji for the double click: from the first level-one kanji up, and "々".
-bool IsKanji(char16_t c) { return c == u'々' || text::SjisCode(c) >= -30561; }
-bool IsBlank(char16_t c) { return c == u' ' || c == u'\u3000'; }
+bool IsKanji(char16_t c) {
+  return c == u'々' || text::SjisCode(c) >= -30561;
+}
+bool IsBlank(char16_t c) {
+  return c == u' ' || c == u'\u3000';
+}
 // The clicked character is taken in its full-width form: ASCII and half-width
 // kana are no kanji there, though their one-byte codes pass the test above.
-bool IsWideKanji(char16_t c) { return c >= 0x80 && !(c >= 0xFF61 && c <= 0xFF9F) && IsKanji(c); }
+bool IsWideKanji(char16_t c) {
+  return c >= 0x80 && !(c >= 0xFF61 && c <= 0xFF9F) && IsKanji(c);
+}
 }  // namespace
 
-std::pair<std::size_t, std::size_t> KanjiRunAround(std::u16string_view text, std::size_t start, std::size_t end) {
+std::pair<std::size_t, std::size_t> KanjiRunAround(std::u16string_view text, std::size_t start,
+                                                   std::size_t end) {
   end = std::min(end, text.size());
   start = std::min(start, end);
   while (end > start && IsBlank(text[end - 1])) --end;

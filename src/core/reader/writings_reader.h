@@ -79,6 +79,7 @@ class WritingsReader : public ReaderBase {
 // Double click in a pane selects the run of kanji around the click: the
 // range [start, end) of `text` grown to it. `vertical` only changes how the
 // window reports the range, so it is not needed here.
-std::pair<std::size_t, std::size_t> KanjiRunAround(std::u16string_view text, std::size_t start, std::size_t end);
+std::pair<std::size_t, std::size_t> KanjiRunAround(std::u16string_view text, std::size_t start,
+                                                   std::size_t end);
 
 }  // namespace suizo::reader

@@ -2,9 +2,12 @@
 
 namespace suizo::reader {
 
-WritingsWindow::WritingsWindow(corpus::Corpus& corpus, corpus::Selection& selection, corpus::Settings& settings,
-                               const Navigator& navigator, corpus::NoteJournal* journal)
-    : Hooked(FormKind::Form2), reader_(corpus, selection, settings, journal), navigator_(&navigator) {}
+WritingsWindow::WritingsWindow(corpus::Corpus& corpus, corpus::Selection& selection,
+                               corpus::Settings& settings, const Navigator& navigator,
+                               corpus::NoteJournal* journal)
+    : Hooked(FormKind::Form2),
+      reader_(corpus, selection, settings, journal),
+      navigator_(&navigator) {}
 
 void WritingsWindow::Hyouji() {
   const WritingsView view = reader_.Hyouji();
@@ -25,7 +28,9 @@ void WritingsWindow::SetMuki1(int muki) {
   }
 }
 
-void WritingsWindow::Hyouji2() { reader_.Hyouji2(); }
+void WritingsWindow::Hyouji2() {
+  reader_.Hyouji2();
+}
 
 void WritingsWindow::FollowSelection() {
   search::SearchEngine& engine = reader_.engine();
@@ -44,7 +49,8 @@ ReaderOutcome WritingsWindow::LinkClick(Navigator& navigator, std::u16string_vie
     case ReaderOutcome::Jump::SutraRow:
       navigator.GoKyou(u"", out.jumpPosition, ParentForm);
       break;
-    case ReaderOutcome::Jump::None: break;
+    case ReaderOutcome::Jump::None:
+      break;
   }
   return out;
 }

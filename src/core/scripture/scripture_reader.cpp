@@ -24,7 +24,8 @@ std::optional<std::u16string> ScriptureReader::StartNoteEdit(int pane) const {
   return text::ReplaceAll(table_.Text(Lpos(), NoteColumn()), u"／", u"\r\n");
 }
 
-ReaderOutcome ScriptureReader::EndNoteEdit(int pane, std::u16string_view startText, std::u16string_view text) {
+ReaderOutcome ScriptureReader::EndNoteEdit(int pane, std::u16string_view startText,
+                                           std::u16string_view text) {
   const int row = NoteRow();
   if (pane != 4 || row == 0) return {};
   ReaderOutcome out = Redraw();
@@ -42,10 +43,14 @@ void ScriptureReader::HorizontalPanes(ReaderView& v, const std::array<std::u16st
   v.scrollPanesToTop = true;
 }
 
-void ScriptureReader::VerticalPanes(ReaderView& v, const reader::VerticalSpec& shape, reader::Highlighter& marks) {
-  const auto hiLight = [&](std::u16string_view t, int pane, int at) { return marks.HiLight(t, pane, at); };
+void ScriptureReader::VerticalPanes(ReaderView& v, const reader::VerticalSpec& shape,
+                                    reader::Highlighter& marks) {
+  const auto hiLight = [&](std::u16string_view t, int pane, int at) {
+    return marks.HiLight(t, pane, at);
+  };
   reader::VerticalPage page =
-      reader::HyoujiTate(table_, {&engine_.pos, engine_.Limit, &BackFill, &BlockLines, 0}, shape, 0, 0, hiLight, meter());
+      reader::HyoujiTate(table_, {&engine_.pos, engine_.Limit, &BackFill, &BlockLines, 0}, shape, 0,
+                         0, hiLight, meter());
   v.panes[1].body = std::move(page.main);
   v.panes[1].written = true;
   v.panes[1].scrollRight = 10000;

@@ -43,7 +43,8 @@ class ScriptureReader : public reader::ReaderBase {
   // The compact layout's pane flip for the present state of `Check1`.
   ReaderOutcome FlipCompact();
   // Panes 1 to 4 in the horizontal layout, each text marked for its pane.
-  void HorizontalPanes(ReaderView& v, const std::array<std::u16string, 4>& texts, reader::Highlighter& marks);
+  void HorizontalPanes(ReaderView& v, const std::array<std::u16string, 4>& texts,
+                       reader::Highlighter& marks);
   // The vertical page into the main pane and the second one.
   void VerticalPanes(ReaderView& v, const reader::VerticalSpec& shape, reader::Highlighter& marks);
   // What every render ends with.

@@ -62,7 +62,8 @@ class SourcesWindow : public ScriptureWindow<SourcesReader> {
  public:
   SourcesWindow(corpus::Corpus& corpus, corpus::Selection& selection, corpus::Settings& settings,
                 const reader::Navigator& navigator, corpus::NoteJournal* journal)
-      : ScriptureWindow(reader::FormKind::Form16, corpus, selection, settings, navigator, journal) {}
+      : ScriptureWindow(reader::FormKind::Form16, corpus, selection, settings, navigator, journal) {
+  }
 
   void FollowSelection() override;
   void Deactivate() override { reader_.Deactivate(); }

@@ -12,20 +12,20 @@ using reader::ReaderView;
 using text::ReplaceAll;
 
 namespace {
-constexpr int kReading = 9;   // 読下本文
-constexpr int kOriginal = 10; // 原型活用
-constexpr int kShaped = 11;   // 漢文成形
-constexpr int kTitle = 6;     // 書名
-constexpr int kNumber = 4;    // 史料番号
+constexpr int kReading = 9;    // 読下本文
+constexpr int kOriginal = 10;  // 原型活用
+constexpr int kShaped = 11;    // 漢文成形
+constexpr int kTitle = 6;      // 書名
+constexpr int kNumber = 4;     // 史料番号
 // `SMok`: the document's author, dating, keeper, editions.
 constexpr int kDocDating = 6, kDocAuthor = 9, kDocKeeper = 10, kDocEditions = 11;
 constexpr int kCompactChars = 26;
 }  // namespace
 
-SourcesReader::SourcesReader(corpus::Corpus& corpus, corpus::Selection& selection, corpus::Settings& settings,
-                             corpus::NoteJournal* journal, int muki)
+SourcesReader::SourcesReader(corpus::Corpus& corpus, corpus::Selection& selection,
+                             corpus::Settings& settings, corpus::NoteJournal* journal, int muki)
     : ScriptureReader(corpus, selection, settings, journal,
-                 (corpus.ReadData(6), search::TextTable::Sources(corpus, selection)), muki) {
+                      (corpus.ReadData(6), search::TextTable::Sources(corpus, selection)), muki) {
   const corpus::ReaderPlace place = corpus::FindSourceReaderPlace(corpus, u"");
   engine_.pos = {place.Mpos, place.Lpos, {}};
 }
@@ -49,7 +49,8 @@ ReaderView SourcesReader::Hyouji() {
   const int lpos = Lpos();
   const auto col = [&](int field) { return table_.Text(lpos, field); };
   v.caption = u"史料 - " + std::u16string(col(kTitle));
-  v.pageBoxes = {{1, std::u16string(col(corpus::sdat::kSysNo))}, {10, std::u16string(col(kNumber))}};
+  v.pageBoxes = {{1, std::u16string(col(corpus::sdat::kSysNo))},
+                 {10, std::u16string(col(kNumber))}};
   v.Text4 = col(kTitle);
   if (Mpos() >= 1 && Mpos() <= corpus_->SMosMaxY) {
     const corpus::Table& smok = corpus_->SMok();
@@ -62,10 +63,12 @@ ReaderView SourcesReader::Hyouji() {
 
   reader::Highlighter highlighter(engine_, settings_->Itaiji);
   if (Muki1 == 0) {
-    HorizontalPanes(v,
-                    {reader::PaneText(col(kOriginal), false, true), reader::PaneText(col(kShaped), true, true),
-                     reader::PaneText(col(kReading), false, true), reader::PaneText(col(NoteColumn()), false, true)},
-                    highlighter);
+    HorizontalPanes(
+        v,
+        {reader::PaneText(col(kOriginal), false, true), reader::PaneText(col(kShaped), true, true),
+         reader::PaneText(col(kReading), false, true),
+         reader::PaneText(col(NoteColumn()), false, true)},
+        highlighter);
   } else {
     // A hidden `Command13` holds no one-pane form.
     const int tateOne = Command13Shown() ? TateOne : 0;
@@ -97,10 +100,14 @@ ReaderOutcome SourcesReader::KeyDownAll(int keyCode, int shift) {
   if (Mpos() == 0) return {};
   if (auto common = CommonKey(keyCode, shift)) return *common;
   switch (keyCode) {
-    case reader::key::kA: return Command16();
-    case reader::key::kV: return Command13();
-    case reader::key::kS: return Muki1 == 1 ? Check1Click() : ReaderOutcome{};
-    default: break;
+    case reader::key::kA:
+      return Command16();
+    case reader::key::kV:
+      return Command13();
+    case reader::key::kS:
+      return Muki1 == 1 ? Check1Click() : ReaderOutcome{};
+    default:
+      break;
   }
   if (keyCode != reader::key::kUp && keyCode != reader::key::kDown) return {};
   if (shift != reader::key::kCtrl) return LineKey(keyCode, shift);
@@ -124,13 +131,15 @@ ReaderOutcome SourcesReader::Command13() {
 }
 
 int SourcesReader::NoteRow() const {
-  return Lpos() >= 1 && Lpos() <= corpus_->SDasMaxY ? corpus_->SDatOrder[static_cast<std::size_t>(Lpos())] : 0;
+  return Lpos() >= 1 && Lpos() <= corpus_->SDasMaxY
+             ? corpus_->SDatOrder[static_cast<std::size_t>(Lpos())]
+             : 0;
 }
 
 void SourcesReader::Deactivate() {
   OldMsys = Mpos() >= 1 && Mpos() <= corpus_->SMosMaxY
-                ? std::u16string(
-                      corpus_->SMok().Get(corpus_->SMokOrder[static_cast<std::size_t>(Mpos())], corpus::smok::kSysNo))
+                ? std::u16string(corpus_->SMok().Get(
+                      corpus_->SMokOrder[static_cast<std::size_t>(Mpos())], corpus::smok::kSysNo))
                 : u"";
   OldLsys = std::u16string(table_.Text(Lpos(), corpus::sdat::kSysNo));
 }

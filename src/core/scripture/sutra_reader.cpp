@@ -18,16 +18,17 @@ constexpr int kCompactChars = 26;
 constexpr int kMaxRows = 20;
 }  // namespace
 
-SutraReader::SutraReader(corpus::Corpus& corpus, corpus::Selection& selection, corpus::Settings& settings,
-                         corpus::NoteJournal* journal, int muki)
+SutraReader::SutraReader(corpus::Corpus& corpus, corpus::Selection& selection,
+                         corpus::Settings& settings, corpus::NoteJournal* journal, int muki)
     : ScriptureReader(corpus, selection, settings, journal,
-                 (corpus.ReadData(2), search::TextTable::Sutra(corpus, selection)), muki) {
+                      (corpus.ReadData(2), search::TextTable::Sutra(corpus, selection)), muki) {
   GoToRow(1);
 }
 
 std::u16string_view SutraReader::ChapterOf(int row) const {
   const corpus::Table& hok = corpus_->table(corpus::TableId::Hok);
-  return row >= 1 && row <= hok.rows() ? hok.Get(row, corpus::hok::kChapter) : std::u16string_view();
+  return row >= 1 && row <= hok.rows() ? hok.Get(row, corpus::hok::kChapter)
+                                       : std::u16string_view();
 }
 
 void SutraReader::GoToRow(int row) {
@@ -44,19 +45,23 @@ reader::ReaderView SutraReader::Hyouji() {
 
   const int row = Lpos();
   const auto col = [&](int field) { return table_.Text(row, field); };
-  v.caption = u"経文「" + std::u16string(col(corpus::hok::kSutraName)) + u" " + std::u16string(Chapter()) + u"」";
+  v.caption = u"経文「" + std::u16string(col(corpus::hok::kSutraName)) + u" " +
+              std::u16string(Chapter()) + u"」";
   v.pageBoxes = {{1, std::u16string(col(corpus::hok::kNumber))},
                  {10, std::u16string(col(10))},
                  {11, text::Format(col(corpus::hok::kKaiketsuPage), text::kShortPageFormat)},
                  {12, text::Format(col(12), text::kShortPageFormat)}};
-  v.Text4 = std::u16string(col(corpus::hok::kSutraName)) + std::u16string(col(corpus::hok::kFascicle));
+  v.Text4 =
+      std::u16string(col(corpus::hok::kSutraName)) + std::u16string(col(corpus::hok::kFascicle));
   v.Text5 = col(corpus::hok::kChapter);
 
   reader::Highlighter highlighter(engine_, settings_->Itaiji);
   if (Muki1 == 0) {
     HorizontalPanes(v,
-                    {reader::PaneText(col(kReading), false, false), reader::PaneText(col(kTranslation), true, true),
-                     reader::PaneText(col(kChinese), false, false), ReplaceAll(col(NoteColumn()), u"／", u"<BR>")},
+                    {reader::PaneText(col(kReading), false, false),
+                     reader::PaneText(col(kTranslation), true, true),
+                     reader::PaneText(col(kChinese), false, false),
+                     ReplaceAll(col(NoteColumn()), u"／", u"<BR>")},
                     highlighter);
   } else {
     reader::VerticalSpec shape;
@@ -80,9 +85,12 @@ reader::ReaderView SutraReader::Hyouji() {
 reader::ReaderOutcome SutraReader::KeyDownAll(int keyCode, int shift) {
   if (auto common = CommonKey(keyCode, shift)) return *common;
   switch (keyCode) {
-    case reader::key::kA: return Command13();
-    case reader::key::kS: return Muki1 == 1 ? Check1Click() : ReaderOutcome{};
-    default: break;
+    case reader::key::kA:
+      return Command13();
+    case reader::key::kS:
+      return Muki1 == 1 ? Check1Click() : ReaderOutcome{};
+    default:
+      break;
   }
   if (keyCode != reader::key::kUp && keyCode != reader::key::kDown) return {};
   if (shift != kCtrl) return LineKey(keyCode, shift);

@@ -206,7 +206,8 @@ bool IsPlain(std::u16string_view fragment, int itaiji) {
       i += n;
       continue;
     }
-    if (c == u'\r' || c == u'\n' || c == u' ' || kSigns.find(c) != std::u16string_view::npos) return false;
+    if (c == u'\r' || c == u'\n' || c == u' ' || kSigns.find(c) != std::u16string_view::npos)
+      return false;
     ++i;
   }
   return true;
@@ -267,23 +268,28 @@ bool WordQuery::SomeLineLacksAll(std::u16string_view field) const {
     });
     if (!holds) return true;
     if (end == field.size()) return false;
-    start = end + (field[end] == u'\r' && end + 1 < field.size() && field[end + 1] == u'\n' ? 2 : 1);
+    start =
+        end + (field[end] == u'\r' && end + 1 < field.size() && field[end + 1] == u'\n' ? 2 : 1);
   }
 }
 
 std::optional<std::u16string_view> WordQuery::NecessaryUnits() const {
-  if (method_ != Method::And || anywhere_.empty() || anywhere_.front().lead.empty()) return std::nullopt;
+  if (method_ != Method::And || anywhere_.empty() || anywhere_.front().lead.empty())
+    return std::nullopt;
   return anywhere_.front().lead;
 }
 
 bool WordQuery::Matches(std::u16string_view field) const {
   if (anywhere_.empty()) return regex_->Test(field);
   switch (method_) {
-    case Method::And: return anywhere_.front().Find(field, 0) != std::u16string_view::npos && regex_->Test(field);
+    case Method::And:
+      return anywhere_.front().Find(field, 0) != std::u16string_view::npos && regex_->Test(field);
     case Method::Or:
-      return std::any_of(anywhere_.begin(), anywhere_.end(),
-                         [&](const Word& word) { return word.Find(field, 0) != std::u16string_view::npos; });
-    case Method::Not: return SomeLineLacksAll(field);
+      return std::any_of(anywhere_.begin(), anywhere_.end(), [&](const Word& word) {
+        return word.Find(field, 0) != std::u16string_view::npos;
+      });
+    case Method::Not:
+      return SomeLineLacksAll(field);
   }
   return regex_->Test(field);
 }

@@ -27,12 +27,18 @@ int SearchEngine::getSr(int i, int j) const {
 
 namespace {
 int FlagAt(const std::vector<std::uint8_t>& flags, int lpos) {
-  return lpos >= 0 && static_cast<std::size_t>(lpos) < flags.size() ? flags[static_cast<std::size_t>(lpos)] : 0;
+  return lpos >= 0 && static_cast<std::size_t>(lpos) < flags.size()
+             ? flags[static_cast<std::size_t>(lpos)]
+             : 0;
 }
 }  // namespace
 
-int SearchEngine::getSrf(int lpos) const { return FlagAt(Srf, lpos); }
-int SearchEngine::getRefineFlag(int lpos) const { return FlagAt(refineFlag_, lpos); }
+int SearchEngine::getSrf(int lpos) const {
+  return FlagAt(Srf, lpos);
+}
+int SearchEngine::getRefineFlag(int lpos) const {
+  return FlagAt(refineFlag_, lpos);
+}
 
 void SearchEngine::ClearHitList() {
   Sr.resize(1);
@@ -51,7 +57,8 @@ void SearchEngine::Record(const Position& p) {
 
 // The split search's bar rose: the rows recorded so far fall short of it.
 void SearchEngine::DropHits() {
-  for (int i = 1; i <= Srn; ++i) Srf[static_cast<std::size_t>(std::max(Sr[static_cast<std::size_t>(i)].Lpos, 0))] = 0;
+  for (int i = 1; i <= Srn; ++i)
+    Srf[static_cast<std::size_t>(std::max(Sr[static_cast<std::size_t>(i)].Lpos, 0))] = 0;
   Sr.resize(1);
   Srn = 0;
 }
@@ -100,11 +107,14 @@ void SearchEngine::KensakuWord() {
 
   const int column = table_.PaneColumn(Srk);
   const bool bothMains = table_.kind() == TextKind::Writings && Srk == 0;
-  Scan([&](const Position& p) {
-    const bool hit = query->Matches(table_.Text(p.Lpos, column)) ||
-                     (bothMains && query->Matches(table_.Text(p.Lpos, TextTable::kSecondMainColumn)));
-    if (hit && table_.InScope(p.Lpos)) Record(p);
-  }, bothMains ? TextTable::kSecondMainColumn : -1);
+  Scan(
+      [&](const Position& p) {
+        const bool hit =
+            query->Matches(table_.Text(p.Lpos, column)) ||
+            (bothMains && query->Matches(table_.Text(p.Lpos, TextTable::kSecondMainColumn)));
+        if (hit && table_.InScope(p.Lpos)) Record(p);
+      },
+      bothMains ? TextTable::kSecondMainColumn : -1);
   Finish(remembered);
 }
 
@@ -261,13 +271,18 @@ Outcome SearchEngine::TabClick(int tab) {
   return Kensaku(0);
 }
 
-void SearchEngine::StepMethod() { SrMethod = static_cast<Method>((static_cast<int>(SrMethod) + 1) % 3); }
+void SearchEngine::StepMethod() {
+  SrMethod = static_cast<Method>((static_cast<int>(SrMethod) + 1) % 3);
+}
 
 std::u16string SearchEngine::Command1Caption() const {
   switch (SrMethod) {
-    case Method::And: return u"検索";
-    case Method::Or: return u"OR\n検索";
-    case Method::Not: return u"NOT\n検索";
+    case Method::And:
+      return u"検索";
+    case Method::Or:
+      return u"OR\n検索";
+    case Method::Not:
+      return u"NOT\n検索";
   }
   return u"検索";
 }
@@ -312,7 +327,8 @@ bool SearchEngine::Command14() {
   // The stack's room ends at level 20; a further level is refused whole.
   if (RefineCount >= kRefineLevels) return false;
   RefineLevel& level = stack_[static_cast<std::size_t>(RefineCount)];
-  level.Sw.assign(Sw.begin(), Sw.begin() + std::min<std::ptrdiff_t>(std::ssize(Sw), kKeptSwEntries));
+  level.Sw.assign(Sw.begin(),
+                  Sw.begin() + std::min<std::ptrdiff_t>(std::ssize(Sw), kKeptSwEntries));
   level.Swn = Swn;
   level.Box = lastBox_;
   level.Srk = Srk;

@@ -15,9 +15,9 @@
 #include <vector>
 
 #include "core/corpus/settings.h"
+#include "core/search/compilers.h"
 #include "core/search/position.h"
 #include "core/search/text_table.h"
-#include "core/search/compilers.h"
 
 namespace suizo::search {
 
@@ -79,14 +79,14 @@ class SearchEngine {
   SearchEngine(TextTable table, corpus::Settings& settings);
 
   // --- the window's controls and position, as the window sets them ---
-  std::u16string Combo1;                // the box
-  std::vector<std::u16string> Combo;    // the history, newest first
-  int Tab = 0;                          // the `TagB` tab that is down
-  bool Limit = false;                   // searches and moves stay in the work
+  std::u16string Combo1;              // the box
+  std::vector<std::u16string> Combo;  // the history, newest first
+  int Tab = 0;                        // the `TagB` tab that is down
+  bool Limit = false;                 // searches and moves stay in the work
   Method SrMethod = Method::And;
-  int DivMode = 0;                      // set by the caller just before `Kensaku`
-  Position pos;                 // `Mpos` and `Lpos` (and the sutra's chapter)
-  int HitListPage = 0;                  // the hit list window's `Page`
+  int DivMode = 0;      // set by the caller just before `Kensaku`
+  Position pos;         // `Mpos` and `Lpos` (and the sutra's chapter)
+  int HitListPage = 0;  // the hit list window's `Page`
 
   // --- routines ---
   // Mode 0 searches, 1 clears the box and the hits, 2 clears the box and
@@ -130,7 +130,9 @@ class SearchEngine {
   int SrGk = 0;
   int RefineCount = 0;
   int getRefineFlag(int lpos) const;
-  const RefineLevel& RefineStack(int level) const { return stack_[static_cast<std::size_t>(level)]; }
+  const RefineLevel& RefineStack(int level) const {
+    return stack_[static_cast<std::size_t>(level)];
+  }
   int HitQuiet = 0;
   std::uint32_t Label3Colour = kButtonFace;
   bool Label3Enabled = false;
@@ -165,8 +167,8 @@ class SearchEngine {
   corpus::Settings* settings_;
   std::vector<std::u16string> Sw;
   std::u16string pattern_;
-  std::vector<Position> Sr;      // element 0 unused
-  std::vector<std::uint8_t> Srf;         // indexed by `Lpos`
+  std::vector<Position> Sr;       // element 0 unused
+  std::vector<std::uint8_t> Srf;  // indexed by `Lpos`
   std::vector<std::uint8_t> refineFlag_;
   std::array<RefineLevel, kRefineLevels> stack_;
   SearchKind kind_ = SearchKind::None;

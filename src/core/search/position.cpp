@@ -8,13 +8,13 @@ namespace suizo::search {
 using corpus::Table;
 
 LineOrder LineOrder::Writings(const corpus::Corpus& c) {
-  return {&c.Dat(), corpus::dat::kMain2, &c.DatOrder, &c.DasMaxY, &c.Mok(), &c.MokOrder, &c.MosMaxY,
-          corpus::mok::kPosition};
+  return {&c.Dat(), corpus::dat::kMain2, &c.DatOrder, &c.DasMaxY,
+          &c.Mok(), &c.MokOrder,         &c.MosMaxY,  corpus::mok::kPosition};
 }
 
 LineOrder LineOrder::Sources(const corpus::Corpus& c) {
-  return {&c.SDat(), corpus::sdat::kReading, &c.SDatOrder, &c.SDasMaxY, &c.SMok(), &c.SMokOrder, &c.SMosMaxY,
-          corpus::smok::kPosition};
+  return {&c.SDat(), corpus::sdat::kReading, &c.SDatOrder, &c.SDasMaxY,
+          &c.SMok(), &c.SMokOrder,           &c.SMosMaxY,  corpus::smok::kPosition};
 }
 
 int LineOrder::FirstLineOf(int mpos) const {
@@ -62,7 +62,9 @@ void SutraUp(const Table& hok, Position& p, bool limit) {
 
 void SutraDown(const Table& hok, Position& p, bool limit) {
   ++p.Lpos;
-  const auto chapterOf = [&](int row) { return std::u16string(row <= hok.rows() ? hok.Get(row, corpus::hok::kChapter) : u""); };
+  const auto chapterOf = [&](int row) {
+    return std::u16string(row <= hok.rows() ? hok.Get(row, corpus::hok::kChapter) : u"");
+  };
   const std::u16string chapter = chapterOf(p.Lpos);
   if (chapter == p.chapter && p.Lpos <= hok.rows()) return;
   p.chapter = chapter;

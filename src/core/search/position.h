@@ -12,8 +12,8 @@
 namespace suizo::search {
 
 struct Position {
-  int Mpos = 0;  // place in the work list (the writings, the sources)
-  int Lpos = 0;  // place in the line order, or the sutra's row
+  int Mpos = 0;            // place in the work list (the writings, the sources)
+  int Lpos = 0;            // place in the line order, or the sutra's row
   std::u16string chapter;  // the sutra's `Mpos`: the chapter's name
 };
 

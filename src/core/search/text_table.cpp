@@ -8,8 +8,9 @@ using corpus::Corpus;
 using corpus::Selection;
 
 namespace {
-constexpr std::array<int, 4> kSutraPanes = {15, 17, 13, 36};   // 開結訓読, 現代語訳, 開結真読, 文字列1
-constexpr std::array<int, 4> kSourcePanes = {10, 11, 9, 8};    // 原型活用, 漢文成形, 読下本文, 備考
+constexpr std::array<int, 4> kSutraPanes = {15, 17, 13,
+                                            36};  // 開結訓読, 現代語訳, 開結真読, 文字列1
+constexpr std::array<int, 4> kSourcePanes = {10, 11, 9, 8};  // 原型活用, 漢文成形, 読下本文, 備考
 }  // namespace
 
 TextTable::TextTable(TextKind kind, const Corpus& corpus, const Selection& selection)
@@ -19,15 +20,24 @@ TextTable::TextTable(TextKind kind, const Corpus& corpus, const Selection& selec
       writings_(LineOrder::Writings(corpus)),
       order_(kind == TextKind::Sources ? LineOrder::Sources(corpus) : writings_) {}
 
-TextTable TextTable::Writings(const Corpus& c, const Selection& s) { return {TextKind::Writings, c, s}; }
-TextTable TextTable::Sutra(const Corpus& c, const Selection& s) { return {TextKind::Sutra, c, s}; }
-TextTable TextTable::Sources(const Corpus& c, const Selection& s) { return {TextKind::Sources, c, s}; }
+TextTable TextTable::Writings(const Corpus& c, const Selection& s) {
+  return {TextKind::Writings, c, s};
+}
+TextTable TextTable::Sutra(const Corpus& c, const Selection& s) {
+  return {TextKind::Sutra, c, s};
+}
+TextTable TextTable::Sources(const Corpus& c, const Selection& s) {
+  return {TextKind::Sources, c, s};
+}
 
 SearchWindow TextTable::searchWindow() const {
   switch (kind_) {
-    case TextKind::Writings: return SearchWindow::Writings;
-    case TextKind::Sutra: return SearchWindow::Sutra;
-    case TextKind::Sources: return SearchWindow::Sources;
+    case TextKind::Writings:
+      return SearchWindow::Writings;
+    case TextKind::Sutra:
+      return SearchWindow::Sutra;
+    case TextKind::Sources:
+      return SearchWindow::Sources;
   }
   return SearchWindow::Writings;
 }
@@ -35,31 +45,41 @@ SearchWindow TextTable::searchWindow() const {
 int TextTable::PaneColumn(int tab) const {
   const auto at = [tab](const auto& columns) { return columns[static_cast<std::size_t>(tab)]; };
   switch (kind_) {
-    case TextKind::Writings: return at(corpus::kPaneCol);
-    case TextKind::Sutra: return at(kSutraPanes);
-    case TextKind::Sources: return at(kSourcePanes);
+    case TextKind::Writings:
+      return at(corpus::kPaneCol);
+    case TextKind::Sutra:
+      return at(kSutraPanes);
+    case TextKind::Sources:
+      return at(kSourcePanes);
   }
   return 0;
 }
 
 int TextTable::HitCapacity() const {
   switch (kind_) {
-    case TextKind::Writings: return 35000;
-    case TextKind::Sutra: return 3000;
-    case TextKind::Sources: return 38000;
+    case TextKind::Writings:
+      return 35000;
+    case TextKind::Sutra:
+      return 3000;
+    case TextKind::Sources:
+      return 38000;
   }
   return 0;
 }
 
 int TextTable::LastLine() const {
-  return kind_ == TextKind::Sutra ? corpus_->table(corpus::TableId::Hok).rows() : order_.lineCount();
+  return kind_ == TextKind::Sutra ? corpus_->table(corpus::TableId::Hok).rows()
+                                  : order_.lineCount();
 }
 
 bool TextTable::Empty() const {
   switch (kind_) {
-    case TextKind::Writings: return corpus_->MosMaxY == 0;
-    case TextKind::Sutra: return corpus_->table(corpus::TableId::Hok).rows() == 0;
-    case TextKind::Sources: return corpus_->SMosMaxY == 0;
+    case TextKind::Writings:
+      return corpus_->MosMaxY == 0;
+    case TextKind::Sutra:
+      return corpus_->table(corpus::TableId::Hok).rows() == 0;
+    case TextKind::Sources:
+      return corpus_->SMosMaxY == 0;
   }
   return true;
 }
@@ -130,8 +150,12 @@ void TextTable::PageStart(Position& p) const {
   p.Lpos = writings_.workCount() >= 1 ? writings_.FirstLineOf(1) : 0;
 }
 
-std::u16string_view TextTable::PageText(int lpos, int column) const { return DatText(lpos, column); }
+std::u16string_view TextTable::PageText(int lpos, int column) const {
+  return DatText(lpos, column);
+}
 
-std::u16string_view TextTable::PageClass(int lpos) const { return DatText(lpos, corpus::dat::kClass); }
+std::u16string_view TextTable::PageClass(int lpos) const {
+  return DatText(lpos, corpus::dat::kClass);
+}
 
 }  // namespace suizo::search

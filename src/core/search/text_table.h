@@ -9,8 +9,8 @@
 
 #include "core/corpus/corpus.h"
 #include "core/corpus/selection.h"
-#include "core/search/position.h"
 #include "core/search/compilers.h"
+#include "core/search/position.h"
 
 namespace suizo::search {
 
@@ -33,7 +33,9 @@ class TextTable {
 
   // The column whose "◆" marks a work's first line; the sutra has none.
   int HeadColumn() const {
-    return kind_ == TextKind::Writings ? corpus::dat::kMain2 : kind_ == TextKind::Sources ? corpus::sdat::kReading : -1;
+    return kind_ == TextKind::Writings  ? corpus::dat::kMain2
+           : kind_ == TextKind::Sources ? corpus::sdat::kReading
+                                        : -1;
   }
 
   // The room of the hit list: 35,000 rows, 3,000 phrases, 38,000 units.

@@ -5,8 +5,12 @@
 namespace suizo::text {
 namespace {
 
-bool High(char16_t u) { return u >= 0xD800 && u <= 0xDBFF; }
-bool Low(char16_t u) { return u >= 0xDC00 && u <= 0xDFFF; }
+bool High(char16_t u) {
+  return u >= 0xD800 && u <= 0xDBFF;
+}
+bool Low(char16_t u) {
+  return u >= 0xDC00 && u <= 0xDFFF;
+}
 
 void Escape(std::string& out, char16_t u) {
   char buffer[8];

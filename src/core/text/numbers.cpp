@@ -103,9 +103,13 @@ Int Bounded(double value, double bound) {
 
 }  // namespace
 
-int ValInt(std::u16string_view text) { return Bounded<int>(Val(text), 1073741824.0); }
+int ValInt(std::u16string_view text) {
+  return Bounded<int>(Val(text), 1073741824.0);
+}
 
-std::int64_t ValWhole(std::u16string_view text) { return Bounded<std::int64_t>(Val(text), 9007199254740992.0); }
+std::int64_t ValWhole(std::u16string_view text) {
+  return Bounded<std::int64_t>(Val(text), 9007199254740992.0);
+}
 
 std::optional<double> ParseNumber(std::u16string_view text) {
   std::size_t i = 0;

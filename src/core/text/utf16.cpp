@@ -14,13 +14,16 @@ std::size_t FindAnyUnit(std::u16string_view text, std::u16string_view units, std
   constexpr std::size_t kMost = 8;
   if (units.size() <= kMost) {
     __m128i wanted[kMost];
-    for (std::size_t k = 0; k < units.size(); ++k) wanted[k] = _mm_set1_epi16(static_cast<short>(units[k]));
+    for (std::size_t k = 0; k < units.size(); ++k)
+      wanted[k] = _mm_set1_epi16(static_cast<short>(units[k]));
     for (; i + 8 <= text.size(); i += 8) {
       const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + i));
       __m128i hits = _mm_setzero_si128();
-      for (std::size_t k = 0; k < units.size(); ++k) hits = _mm_or_si128(hits, _mm_cmpeq_epi16(block, wanted[k]));
+      for (std::size_t k = 0; k < units.size(); ++k)
+        hits = _mm_or_si128(hits, _mm_cmpeq_epi16(block, wanted[k]));
       const int mask = _mm_movemask_epi8(hits);
-      if (mask != 0) return i + static_cast<std::size_t>(__builtin_ctz(static_cast<unsigned>(mask))) / 2;
+      if (mask != 0)
+        return i + static_cast<std::size_t>(__builtin_ctz(static_cast<unsigned>(mask))) / 2;
     }
   }
 #endif

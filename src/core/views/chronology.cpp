@@ -195,8 +195,7 @@ Chronology::LinkCell Chronology::Column9(int row) const {
   if (s > 0 && s < kFirstLinkless) {
     cell.link = true;
     const corpus::Table& dat = corpus_.Dat();
-    const bool classOff =
-        !selection_.Shows(ValInt(LinkedCell(dat, linked, corpus::dat::kClass)));
+    const bool classOff = !selection_.Shows(ValInt(LinkedCell(dat, linked, corpus::dat::kClass)));
     const bool notInCollection =
         selection_.Gk > 0 && Val(LinkedCell(dat, linked, selection_.Gk)) == 0;
     const bool refinedAway =

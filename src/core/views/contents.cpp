@@ -16,16 +16,16 @@ using corpus::Table;
 
 // Fields that only this window reads.
 namespace mokf {
-constexpr int kTranslation = 11;     // 語訳
-constexpr int kRecipientForm = 19;   // 対告研室
-constexpr int kReading = 25;         // よみ
+constexpr int kTranslation = 11;    // 語訳
+constexpr int kRecipientForm = 19;  // 対告研室
+constexpr int kReading = 25;        // よみ
 }  // namespace mokf
 namespace smokf {
-constexpr int kTitle = 4;     // 書名
-constexpr int kReading = 5;   // 書名よみ
-constexpr int kDating = 6;    // 系年
-constexpr int kAuthor = 9;    // 著者
-constexpr int kHolder = 10;   // 蔵所
+constexpr int kTitle = 4;    // 書名
+constexpr int kReading = 5;  // 書名よみ
+constexpr int kDating = 6;   // 系年
+constexpr int kAuthor = 9;   // 著者
+constexpr int kHolder = 10;  // 蔵所
 }  // namespace smokf
 
 using A = CellAlign;
@@ -33,7 +33,8 @@ using A = CellAlign;
 constexpr ContentsLayout kWritingsLayout{
     u"ｼｽﾃﾑNo|翠典番号|翠典頁|翠　典　名|語訳|C|系　年|対　告　者",
     {900, 900, 1100, 4300, 500, 400, 2400, 3100},
-    {A::Centre, A::Centre, A::Centre, A::LeftTop, A::Centre, A::Centre, A::LeftCentre, A::LeftCentre},
+    {A::Centre, A::Centre, A::Centre, A::LeftTop, A::Centre, A::Centre, A::LeftCentre,
+     A::LeftCentre},
     {3, 7},
     u"翠　典　目　次",
     u"目次",
@@ -44,7 +45,8 @@ constexpr ContentsLayout kWritingsLayout{
 constexpr ContentsLayout kSourcesLayout{
     u"ｼｽﾃﾑNo|史料番号|書　名|系　年|著　者|蔵　所|×|×",
     {900, 900, 4100, 3400, 2300, 2600, 0, 0},
-    {A::Centre, A::Centre, A::LeftTop, A::LeftCentre, A::LeftCentre, A::LeftCentre, A::Centre, A::Centre},
+    {A::Centre, A::Centre, A::LeftTop, A::LeftCentre, A::LeftCentre, A::LeftCentre, A::Centre,
+     A::Centre},
     {2, 4},
     u"史　料　目　次",
     u"史料目次",
@@ -55,7 +57,9 @@ std::u16string_view BeforeFirst(std::u16string_view text, char16_t mark) {
   return text.substr(0, std::min(text.find(mark), text.size()));
 }
 
-int Scaled(int twips, double scale) { return static_cast<int>(std::lround(twips * scale)); }
+int Scaled(int twips, double scale) {
+  return static_cast<int>(std::lround(twips * scale));
+}
 
 }  // namespace
 
@@ -132,7 +136,9 @@ void Contents::SetMpos(int mpos) {
 std::u16string Contents::SearchText(int row) const {
   if (kind_ == ContentsKind::Writings) {
     const Table& mok = corpus_->Mok();
-    if (SrTarget == 1) return std::u16string(mok.Get(row, corpus::mok::kRecipient)).append(mok.Get(row, mokf::kRecipientForm));
+    if (SrTarget == 1)
+      return std::u16string(mok.Get(row, corpus::mok::kRecipient))
+          .append(mok.Get(row, mokf::kRecipientForm));
     return std::u16string(mok.Get(row, corpus::mok::kTitle)).append(mok.Get(row, mokf::kReading));
   }
   const Table& smok = corpus_->SMok();
@@ -164,7 +170,8 @@ void Contents::Cells(int m, std::u16string* cells) const {
   cells[5] = mok.Get(row, corpus::mok::kClass);
   cells[6] = mok.Get(row, corpus::mok::kDating);
   // Behind the "/" stand the recipient's classes, which only the search reads.
-  cells[7] = BeforeFirst(mok.Get(row, Check1 ? mokf::kRecipientForm : corpus::mok::kRecipient), u'/');
+  cells[7] =
+      BeforeFirst(mok.Get(row, Check1 ? mokf::kRecipientForm : corpus::mok::kRecipient), u'/');
 }
 
 void Contents::Hyouji() {
@@ -173,8 +180,10 @@ void Contents::Hyouji() {
   grid_.Rows = grid_.empty ? 2 : count + 1;
   grid_.texts_.assign(static_cast<std::size_t>(grid_.Rows) * kContentsCols, std::u16string());
   const auto headers = text::Split(layout_->FormatString, u"|");
-  for (std::size_t c = 0; c < headers.size() && c < kContentsCols; ++c) grid_.texts_[c] = headers[c];
-  for (int m = 1; m <= count; ++m) Cells(m, &grid_.texts_[static_cast<std::size_t>(m) * kContentsCols]);
+  for (std::size_t c = 0; c < headers.size() && c < kContentsCols; ++c)
+    grid_.texts_[c] = headers[c];
+  for (int m = 1; m <= count; ++m)
+    Cells(m, &grid_.texts_[static_cast<std::size_t>(m) * kContentsCols]);
   for (std::size_t c = 0; c < kContentsCols; ++c) {
     grid_.ColWidth[c] = Scaled(layout_->widths[c], Scale);
     grid_.ColAlignment[c] = layout_->alignments[c];
@@ -186,7 +195,9 @@ void Contents::Hyouji() {
   label5_ = text::IntText(count) + u"/" + text::IntText(all);
 }
 
-void Contents::Hyouji2() { GoRow(Mpos); }
+void Contents::Hyouji2() {
+  GoRow(Mpos);
+}
 
 void Contents::GoRow(int row) {
   if (grid_.empty || row < 1 || row > Count()) return;
@@ -238,7 +249,9 @@ int Contents::getSr(int i, int j) const {
 }
 
 int Contents::getSrf(int mpos) const {
-  return mpos >= 0 && static_cast<std::size_t>(mpos) < Srf_.size() ? Srf_[static_cast<std::size_t>(mpos)] : 0;
+  return mpos >= 0 && static_cast<std::size_t>(mpos) < Srf_.size()
+             ? Srf_[static_cast<std::size_t>(mpos)]
+             : 0;
 }
 
 search::Outcome Contents::Kensaku(int mode) {
@@ -492,7 +505,8 @@ void Contents::KeepPlace() {
   const int lines = writings ? corpus_->DasMaxY : corpus_->SDasMaxY;
   if (Lpos >= 1 && Lpos <= lines) {
     const Table& text = writings ? corpus_->Dat() : corpus_->SDat();
-    OldLsys = text.Get(order[static_cast<std::size_t>(Lpos)], writings ? corpus::dat::kSysNo : corpus::sdat::kSysNo);
+    OldLsys = text.Get(order[static_cast<std::size_t>(Lpos)],
+                       writings ? corpus::dat::kSysNo : corpus::sdat::kSysNo);
   }
 }
 
@@ -549,8 +563,8 @@ std::u16string Contents::JumpTitle() const {
 
 // --- the window in the registry ---
 
-ContentsWindow::ContentsWindow(ContentsKind kind, corpus::Corpus& corpus, corpus::Selection& selection,
-                               const corpus::Settings& settings)
+ContentsWindow::ContentsWindow(ContentsKind kind, corpus::Corpus& corpus,
+                               corpus::Selection& selection, const corpus::Settings& settings)
     : Hooked(kind == ContentsKind::Writings ? reader::FormKind::Form9 : reader::FormKind::Form15),
       model_(kind, corpus, selection, settings) {}
 
@@ -604,7 +618,8 @@ ContentsAction ContentsWindow::Command(int number, reader::Navigator& navigator,
       break;
     case 7:
       if (model_.ListEmpty()) return out;
-      out.jump = writings ? navigator.GoNen(model_.JumpTitle(), mpos, tag) : navigator.GoNenS(u"", mpos, tag);
+      out.jump = writings ? navigator.GoNen(model_.JumpTitle(), mpos, tag)
+                          : navigator.GoNenS(u"", mpos, tag);
       break;
     case 8:
       if (model_.ListEmpty()) return out;

@@ -30,10 +30,10 @@ inline constexpr int kContentsCols = 8;
 enum class CellAlign { LeftTop, LeftCentre, Centre };
 
 // Colours, as the program's BGR numbers.
-inline constexpr std::uint32_t kContentsFixedBack = 0xCCCCCC;  // header row and first column
-inline constexpr std::uint32_t kContentsRowBack = 0xDCE5EC;    // #ECE5DC
-inline constexpr std::uint32_t kContentsRowOn = 0x00FFFF;      // the current row, yellow
-inline constexpr std::uint32_t kCheck1On = 0xFFC0C0;           // #C0C0FF
+inline constexpr std::uint32_t kContentsFixedBack = 0xCCCCCC;     // header row and first column
+inline constexpr std::uint32_t kContentsRowBack = 0xDCE5EC;       // #ECE5DC
+inline constexpr std::uint32_t kContentsRowOn = 0x00FFFF;         // the current row, yellow
+inline constexpr std::uint32_t kCheck1On = 0xFFC0C0;              // #C0C0FF
 inline constexpr std::uint32_t kHitsShown = search::kWordColour;  // `Label3` with hits
 
 // At the design size; the window's scale multiplies them.
@@ -44,7 +44,7 @@ inline constexpr std::u16string_view kOrderLabelHead = u"並替:";
 
 // What tells the two windows apart.
 struct ContentsLayout {
-  std::u16string_view FormatString;  // the header, "|" between cells
+  std::u16string_view FormatString;       // the header, "|" between cells
   std::array<int, kContentsCols> widths;  // twips at the design size
   std::array<CellAlign, kContentsCols> alignments;
   std::array<int, 2> selColumns;  // the header cells `Sel(0)` and `Sel(1)` lie over
@@ -137,10 +137,10 @@ struct ContentsHit {
 
 // What a key asked of the window beyond its own redraw.
 struct ContentsKey {
-  bool handled = false;      // the key was the window's, not the grid's
+  bool handled = false;  // the key was the window's, not the grid's
   bool redraw = false;
-  bool openReader = false;   // as `Command4`
-  bool focusBox = false;     // the search box, its text selected
+  bool openReader = false;  // as `Command4`
+  bool focusBox = false;    // the search box, its text selected
   bool openSettings = false;
 };
 
@@ -157,7 +157,7 @@ class Contents {
   std::u16string OldMsys, OldLsys;
   std::u16string Combo1;
   std::vector<std::u16string> Combo;  // history, newest first
-  int SrTarget = 0;  // 0 titles; 1 recipients (writings) or authors (sources)
+  int SrTarget = 0;                   // 0 titles; 1 recipients (writings) or authors (sources)
   int KeepTop = 0;
   bool Check1 = false;  // the recipients' second form
   int HitQuiet = 0;
@@ -226,7 +226,9 @@ class Contents {
   int getSrf(int mpos) const;
   const std::vector<std::u16string>& Sw() const { return sw_; }
   int RefineCount() const { return refineCount_; }
-  std::u16string_view RefineWord(int level) const { return refineWord_[static_cast<std::size_t>(level)]; }
+  std::u16string_view RefineWord(int level) const {
+    return refineWord_[static_cast<std::size_t>(level)];
+  }
   int RefineTarget(int level) const { return refineTarget_[static_cast<std::size_t>(level)]; }
   std::u16string_view RefineLevel() const { return controls_.RefineLevel; }
 

@@ -78,8 +78,8 @@ int WritingsDocument(const corpus::Corpus& c, const corpus::Selection& s, double
 }
 
 // The link target of a number in an explanation, or empty.
-std::u16string NumberTarget(std::u16string_view number, bool seeRecord,
-                            const corpus::Corpus& c, const corpus::Selection& s) {
+std::u16string NumberTarget(std::u16string_view number, bool seeRecord, const corpus::Corpus& c,
+                            const corpus::Selection& s) {
   const double v = text::Val(number);
   if (v < 2000) {
     const int p = SourceDocument(c, v);
@@ -110,7 +110,8 @@ const search::Regex& SutraReference() {
 // ---- texts ----
 
 std::u16string CleanE(std::u16string_view explanation) {
-  std::u16string e = ReplaceAll(explanation, u"≪翠蔵用語≫としての解説は、次頁をご覧ください。", u"");
+  std::u16string e =
+      ReplaceAll(explanation, u"≪翠蔵用語≫としての解説は、次頁をご覧ください。", u"");
   e = ReplaceAll(e, u"(上部ﾎﾞﾀﾝ列の「資料」をｸﾘｯｸする)", u"");
   return ReplaceAll(e, u"／", u"<BR>");
 }
@@ -388,12 +389,9 @@ DictionaryOutcome Dictionary::Command3() const {
 
 // ---- the window ----
 
-DictionaryWindow::DictionaryWindow(const corpus::Corpus& corpus,
-                                   const corpus::Selection& selection,
-                                   const corpus::Settings& settings,
-                                   const DictionaryLookup& lookup)
-    : Hooked(reader::FormKind::Form6),
-      model_(corpus, selection, settings, lookup) {}
+DictionaryWindow::DictionaryWindow(const corpus::Corpus& corpus, const corpus::Selection& selection,
+                                   const corpus::Settings& settings, const DictionaryLookup& lookup)
+    : Hooked(reader::FormKind::Form6), model_(corpus, selection, settings, lookup) {}
 
 void DictionaryWindow::Hyouji() {
   DictionaryDisplay v = model_.Hyouji();

@@ -80,8 +80,16 @@ struct DictionaryOutcome {
   bool toast = false;  // "** 見つかりません **"
   bool openSettings = false;
   bool focusSearchBox = false;
-  enum class Jump { None, Reader, Record, Sutra, Sources, Dictionary, Contents, Back } jump =
-      Jump::None;
+  enum class Jump {
+    None,
+    Reader,
+    Record,
+    Sutra,
+    Sources,
+    Dictionary,
+    Contents,
+    Back
+  } jump = Jump::None;
   std::u16string text{};  // the jump's search text
   int mpos = 0;           // a list position
   int lpos = 0;           // a reading position (the sutra's: its row)

@@ -336,7 +336,8 @@ void DictionaryLookup::Walk(Lookup& lk, DicLookupResult& r) const {
 
   for (int i = 1, n = EntryCount(); i <= n; ++i) {
     const EntryFilter& f = filters[static_cast<std::size_t>(i)];
-    if (!needAny && !Meet(f.units, need) && !(one && (f.anyLead || Meet(f.leads, selection)))) continue;
+    if (!needAny && !Meet(f.units, need) && !(one && (f.anyLead || Meet(f.leads, selection))))
+      continue;
     const int dpos = corpus_.DicYomi[static_cast<std::size_t>(i)];
     const int row = RowAt(dpos);
     if (row == 0) continue;

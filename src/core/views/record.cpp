@@ -311,7 +311,8 @@ RecordDisplay DocumentRecord::Hyouji() {
       std::u16string t =
           LinkPane(BuildPane(field(kRecordPaneInfo[static_cast<std::size_t>(p)].field)), c);
       // Only the pane searched is marked, and only on a hit.
-      if (p == Srk && getSrf(Mpos) == 1 && Label3Colour == search::kWordColour) t = reader::MarkWords(t, Sw_, Swn, settings_->Itaiji);
+      if (p == Srk && getSrf(Mpos) == 1 && Label3Colour == search::kWordColour)
+        t = reader::MarkWords(t, Sw_, Swn, settings_->Itaiji);
       panes_[static_cast<std::size_t>(p)] = std::move(t);
     }
   }

@@ -26,7 +26,8 @@ bool SelectionDialog::Command1(corpus::Selection& selection) const {
   return selection.Gk != before.Gk || selection.Kn != before.Kn || selection.CSel != before.CSel;
 }
 
-void ConvSui(corpus::Corpus& corpus, corpus::Selection& selection, reader::WindowRegistry& windows) {
+void ConvSui(corpus::Corpus& corpus, corpus::Selection& selection,
+             reader::WindowRegistry& windows) {
   const bool rebuilt = selection.MokRedo == 1;
   corpus::ApplySelection(corpus, selection);
   FollowSelection(windows, rebuilt);
@@ -37,7 +38,8 @@ void FollowSelection(reader::WindowRegistry& windows, bool rebuilt) {
   if (rebuilt) {
     for (reader::OpenWindow* window : windows.OfKind(FormKind::Form9)) window->PlacementsRebuilt();
   }
-  for (const FormKind kind : {FormKind::Form12, FormKind::Form9, FormKind::Form5, FormKind::Form2, FormKind::Form6}) {
+  for (const FormKind kind :
+       {FormKind::Form12, FormKind::Form9, FormKind::Form5, FormKind::Form2, FormKind::Form6}) {
     for (reader::OpenWindow* window : windows.OfKind(kind)) window->FollowSelection();
   }
 }

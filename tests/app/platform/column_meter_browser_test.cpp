@@ -13,7 +13,6 @@
 #include "../dialogs/sample_corpus.h"
 #include "app/platform/html_pane.h"
 #include "app_test.h"
-#include "pane_eval.h"
 #include "core/corpus/schema.h"
 #include "core/corpus/settings.h"
 #include "core/reader/column_meter.h"
@@ -23,6 +22,7 @@
 #include "core/reader/links.h"
 #include "core/reader/vertical.h"
 #include "core/text/utf16.h"
+#include "pane_eval.h"
 
 using suizo::platform::HtmlPane;
 namespace reader = suizo::reader;

@@ -9,8 +9,8 @@
 
 #include "app/platform/html_pane.h"
 #include "app_test.h"
-#include "pane_eval.h"
 #include "core/reader/frame.h"
+#include "pane_eval.h"
 
 using suizo::platform::HtmlPane;
 
@@ -243,7 +243,8 @@ class HtmlPaneTest : public QObject {
     };
     const auto wheels = [&] { return EvalText(pane, QStringLiteral("String(wheels)")).toInt(); };
     // Turns reach the page once it is being drawn.
-    EvalText(pane, QStringLiteral("window.drawn=0;(function f(){drawn++;requestAnimationFrame(f);})();'ok'"));
+    EvalText(pane, QStringLiteral(
+                       "window.drawn=0;(function f(){drawn++;requestAnimationFrame(f);})();'ok'"));
     QTRY_VERIFY_WITH_TIMEOUT(EvalText(pane, QStringLiteral("String(drawn)")).toInt() > 2, 15000);
     wheel(Qt::NoModifier);
     QTRY_VERIFY_WITH_TIMEOUT(wheels() == 1, 15000);

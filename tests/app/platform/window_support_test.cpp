@@ -118,12 +118,14 @@ class WindowSupportTest : public QObject {
   }
 
   void softwareRasterizersAreKnownByName() {
-    for (const char* name : {"llvmpipe (LLVM 15.0.6, 256 bits)", "softpipe", "Mesa DRI Intel Software Rasterizer",
-                             "Gallium 0.4 on SWR", "Mesa swrast"}) {
+    for (const char* name :
+         {"llvmpipe (LLVM 15.0.6, 256 bits)", "softpipe", "Mesa DRI Intel Software Rasterizer",
+          "Gallium 0.4 on SWR", "Mesa swrast"}) {
       QVERIFY2(SoftwareRasterizer(name), name);
     }
-    for (const char* name : {"Mesa Intel(R) UHD Graphics 620 (KBL GT2)", "NVIDIA GeForce RTX 3060/PCIe/SSE2",
-                             "AMD Radeon RX 6600 (navi23, LLVM 15.0.6, DRM 3.49)", ""}) {
+    for (const char* name :
+         {"Mesa Intel(R) UHD Graphics 620 (KBL GT2)", "NVIDIA GeForce RTX 3060/PCIe/SSE2",
+          "AMD Radeon RX 6600 (navi23, LLVM 15.0.6, DRM 3.49)", ""}) {
       QVERIFY2(!SoftwareRasterizer(name), name);
     }
   }

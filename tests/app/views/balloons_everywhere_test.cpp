@@ -10,9 +10,9 @@
 #include "app/views/balloon_help_qt.h"
 #include "app/views/contents_form.h"
 #include "app_test.h"
-#include "started_program.h"
 #include "core/corpus/settings.h"
 #include "core/views/balloons.h"
+#include "started_program.h"
 
 namespace suizo::app {
 
@@ -78,7 +78,8 @@ class BalloonsEverywhereTest : public QObject {
     QVERIFY(program);
     const std::map<QString, QWidget*> views = Views();
     // The two dialogs are tested on their own; every view is open here.
-    for (const char* form : {"Form9", "Form15", "Form2", "Form7", "Form16", "Form6", "Form5", "Form12"}) {
+    for (const char* form :
+         {"Form9", "Form15", "Form2", "Form7", "Form16", "Form6", "Form5", "Form12"}) {
       QVERIFY2(views.count(QLatin1String(form)) == 1, form);
     }
     QStringList missing;

@@ -13,10 +13,10 @@
 #include "app/views/chronology_form.h"
 #include "app/views/contents_form.h"
 #include "app_test.h"
-#include "started_program.h"
 #include "core/corpus/orders.h"
 #include "core/corpus/settings.h"
 #include "core/text/numbers.h"
+#include "started_program.h"
 
 namespace suizo::app {
 
@@ -93,8 +93,9 @@ class ChronologyFormTest : public QObject {
     QCOMPARE(grid->CellBackColor(row, views::kEventCol), QColor(0xFF, 0xFF, 0x00));
     QTRY_VERIFY(form->edit()->isVisible());
     QCOMPARE(form->edit()->toPlainText(), grid->Text(row, views::kEventCol));
-    QVERIFY(grid->CellRect(row, views::kEventCol).intersects(
-        QRect(grid->viewport()->mapTo(grid, form->edit()->geometry().topLeft()), form->edit()->size())));
+    QVERIFY(grid->CellRect(row, views::kEventCol)
+                .intersects(QRect(grid->viewport()->mapTo(grid, form->edit()->geometry().topLeft()),
+                                  form->edit()->size())));
     // The office headers read downwards.
     QCOMPARE(grid->Text(0, 0), QStringLiteral("天\n皇"));
   }
@@ -130,22 +131,24 @@ class ChronologyFormTest : public QObject {
     auto* count = form->findChild<QLabel*>("Label5");
     const QString all = count->text();
     apptest::WithDialog([&] { form->findChild<QPushButton*>("Command7")->click(); },
-               [](QDialog& dialog) {
-                 QCOMPARE(dialog.objectName(), QStringLiteral("Form14"));
-                 dialog.findChild<QCheckBox*>("Check2_0")->click();
-                 dialog.findChild<QPushButton*>("Command1")->click();
-               });
+                        [](QDialog& dialog) {
+                          QCOMPARE(dialog.objectName(), QStringLiteral("Form14"));
+                          dialog.findChild<QCheckBox*>("Check2_0")->click();
+                          dialog.findChild<QPushButton*>("Command1")->click();
+                        });
     QVERIFY(count->text() != all);
     QCOMPARE(form->findChild<QLabel*>("Label4")->text(), QStringLiteral("774"));  // found again
 
-    apptest::WithDialog([&] { form->OpenFilter(); },
-               [](QDialog& dialog) {
-                 for (int i = 1; i < 6; ++i) dialog.findChild<QCheckBox*>(QStringLiteral("Check2_%1").arg(i))->click();
-                 QVERIFY(!dialog.findChild<QCheckBox*>("Check2_6")->isEnabled());
-                 dialog.findChild<QCheckBox*>("Check2_3")->click();
-                 QVERIFY(dialog.findChild<QCheckBox*>("Check2_6")->isEnabled());
-                 dialog.findChild<QPushButton*>("Command2")->click();  // cancelled: nothing applied
-               });
+    apptest::WithDialog(
+        [&] { form->OpenFilter(); },
+        [](QDialog& dialog) {
+          for (int i = 1; i < 6; ++i)
+            dialog.findChild<QCheckBox*>(QStringLiteral("Check2_%1").arg(i))->click();
+          QVERIFY(!dialog.findChild<QCheckBox*>("Check2_6")->isEnabled());
+          dialog.findChild<QCheckBox*>("Check2_3")->click();
+          QVERIFY(dialog.findChild<QCheckBox*>("Check2_6")->isEnabled());
+          dialog.findChild<QPushButton*>("Command2")->click();  // cancelled: nothing applied
+        });
     QVERIFY(count->text() != all);
     QCOMPARE(form->model().NenSel[1], 1);
   }
@@ -183,7 +186,8 @@ class ChronologyFormTest : public QObject {
     const views::ChronologyGrid& g = form->model().Grid();
     int longest = 1;
     for (int r = 1; r < g.Rows(); ++r) {
-      if (g.TextMatrix(r, views::kEventCol).size() > g.TextMatrix(longest, views::kEventCol).size()) longest = r;
+      if (g.TextMatrix(r, views::kEventCol).size() > g.TextMatrix(longest, views::kEventCol).size())
+        longest = r;
     }
     QVERIFY2(g.TextMatrix(longest, views::kEventCol).size() >= 24, "the sample has no long event");
     form->model().RowChange(longest);
@@ -195,7 +199,6 @@ class ChronologyFormTest : public QObject {
     form->Show();
     QVERIFY(grid->CellRect(longest, views::kEventCol).height() <= normal + 1);
   }
-
 };
 
 SUIZO_APP_TEST(ChronologyFormTest);

@@ -1,12 +1,12 @@
 #include <QAbstractButton>
 #include <QApplication>
-#include <QTimer>
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <filesystem>
 
 #include "app/corpus/program.h"
@@ -83,9 +83,8 @@ class ContentsFormTest : public QObject {
   void searchesATitleInHiraganaAndRefinesTwice() {
     auto p = Started();
     QVERIFY(p);
-    views::Contents& model = static_cast<views::ContentsWindow&>(
-                                 *p->windows().First(reader::FormKind::Form9))
-                                 .model();
+    views::Contents& model =
+        static_cast<views::ContentsWindow&>(*p->windows().First(reader::FormKind::Form9)).model();
     // A reading of a title in the list, in part.
     const int row = p->corpus().MokOrder[3];
     const std::u16string reading(p->corpus().Mok().Get(row, 25).substr(0, 3));
@@ -152,7 +151,8 @@ class ContentsFormTest : public QObject {
     auto* command9 = Control<QPushButton>(*p, "Command9");
     QVERIFY(command9->isEnabled());
     command9->click();
-    auto* sources = dynamic_cast<views::ContentsWindow*>(p->windows().First(reader::FormKind::Form15));
+    auto* sources =
+        dynamic_cast<views::ContentsWindow*>(p->windows().First(reader::FormKind::Form15));
     QVERIFY(sources);
     ContentsForm* form = nullptr;
     for (QWidget* w : QApplication::topLevelWidgets()) {
@@ -161,8 +161,8 @@ class ContentsFormTest : public QObject {
     QVERIFY(form && form->isVisible());
     QCOMPARE(form->findChild<platform::Grid*>("Grid1")->Rows(), p->corpus().SMosMaxY + 1);
     QVERIFY(!form->findChild<QPushButton*>("Command2")->isVisible());  // no "終了" here
-    QVERIFY(form->findChild<QPushButton*>("Command9")->isEnabled());    // back to the writings' list
-    QVERIFY(form->findChild<QPushButton*>("Command4")->isEnabled());    // the sources reader
+    QVERIFY(form->findChild<QPushButton*>("Command9")->isEnabled());   // back to the writings' list
+    QVERIFY(form->findChild<QPushButton*>("Command4")->isEnabled());   // the sources reader
 
     // The order label switches the order itself, with no dialog.
     auto* order = form->findChild<QLabel*>("Label1");

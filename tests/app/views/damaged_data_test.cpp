@@ -16,10 +16,10 @@
 #include "app/corpus/program.h"
 #include "app/platform/qt_text.h"
 #include "app_test.h"
-#include "started_program.h"
 #include "core/corpus/note_journal.h"
 #include "core/corpus/orders.h"
 #include "core/corpus/settings.h"
+#include "started_program.h"
 
 namespace suizo::app {
 
@@ -34,14 +34,16 @@ class DamagedDataTest : public QObject {
 
   // A converted copy of the sample, damaged by `damage`, with the program
   // started on it, a note edited and every message kept in `told`.
-  std::unique_ptr<Program> StartDamaged(const fs::path& dir, void (*damage)(const fs::path&), QStringList& told) {
+  std::unique_ptr<Program> StartDamaged(const fs::path& dir, void (*damage)(const fs::path&),
+                                        QStringList& told) {
     fs::copy(converted_.path().toStdString(), dir, fs::copy_options::recursive);
     damage(dir);
     auto program = std::make_unique<Program>(dir, settings_, u"0.1.0");
     program->showError = [&told](const QString& message) { told << message; };
     program->toast = [](QWidget*) {};
     if (!program->Start()) return nullptr;
-    corpus::EditNote(program->corpus(), *program->journal(), corpus::TableId::Dat, 12, 48, u"残す覚え");
+    corpus::EditNote(program->corpus(), *program->journal(), corpus::TableId::Dat, 12, 48,
+                     u"残す覚え");
     return program;
   }
 
@@ -82,10 +84,13 @@ class DamagedDataTest : public QObject {
     QTemporaryDir data;
     const fs::path dir = data.path().toStdString();
     QStringList told;
-    auto program = StartDamaged(dir, [](const fs::path& d) {
-      const fs::path nen = d / fs::u8path("年表.dax");
-      fs::resize_file(nen, fs::file_size(nen) / 2 + 1);  // inside a row
-    }, told);
+    auto program = StartDamaged(
+        dir,
+        [](const fs::path& d) {
+          const fs::path nen = d / fs::u8path("年表.dax");
+          fs::resize_file(nen, fs::file_size(nen) / 2 + 1);  // inside a row
+        },
+        told);
     QVERIFY(program);
     const int work = corpus::FindContentsPlace(program->corpus(), u"10154").Mpos;
     program->navigator().GoNen(u"", work, reader::kFromWritingsContents);
@@ -99,13 +104,15 @@ class DamagedDataTest : public QObject {
     QTemporaryDir data;
     const fs::path dir = data.path().toStdString();
     QStringList told;
-    auto program = StartDamaged(dir, [](const fs::path& d) { CutAtARowEnd(d / fs::u8path("翠典本文.dax")); }, told);
+    auto program = StartDamaged(
+        dir, [](const fs::path& d) { CutAtARowEnd(d / fs::u8path("翠典本文.dax")); }, told);
     QVERIFY2(program, qPrintable(told.join(QLatin1Char('\n'))));
-    apptest::WithDialog([&] { program->OpenSelection(); },
-                        [](QDialog& dialog) {
-                          dialog.findChild<QRadioButton*>(QStringLiteral("Option1_9"))->setChecked(true);  // 対照録
-                          dialog.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
-                        });
+    apptest::WithDialog(
+        [&] { program->OpenSelection(); },
+        [](QDialog& dialog) {
+          dialog.findChild<QRadioButton*>(QStringLiteral("Option1_9"))->setChecked(true);  // 対照録
+          dialog.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+        });
     QCOMPARE(told.size(), 1);
     QVERIFY2(told[0].contains(QStringLiteral("翠典資料")), qPrintable(told[0]));
     QTRY_VERIFY(program->Ending());

@@ -14,9 +14,9 @@
 #include "app/views/dictionary_form.h"
 #include "app/views/writings_form.h"
 #include "app_test.h"
-#include "started_program.h"
 #include "core/corpus/settings.h"
 #include "pane_eval.h"
+#include "started_program.h"
 
 namespace suizo::app {
 
@@ -43,10 +43,11 @@ class DictionaryFormTest : public QObject {
 
   // Selects `text` in the reader's main pane, as a scholar's drag would.
   static void Select(WritingsForm& form, const QString& text) {
-    form.Pane(1)->RunScript(QStringLiteral("document.body.innerHTML=%1;var r=document.createRange();"
-                                           "r.selectNodeContents(document.body);getSelection().removeAllRanges();"
-                                           "getSelection().addRange(r);")
-                                .arg(platform::JsString(text)));
+    form.Pane(1)->RunScript(
+        QStringLiteral("document.body.innerHTML=%1;var r=document.createRange();"
+                       "r.selectNodeContents(document.body);getSelection().removeAllRanges();"
+                       "getSelection().addRange(r);")
+            .arg(platform::JsString(text)));
     QTRY_COMPARE(form.Pane(1)->SelectedText(), text);
   }
 
@@ -83,10 +84,11 @@ class DictionaryFormTest : public QObject {
       if (auto* form = qobject_cast<WritingsForm*>(w)) reader = form;
     }
     QVERIFY(reader);
-    QTRY_VERIFY(!apptest::Eval(*reader->Pane(1), QStringLiteral("document.body?document.body.innerText:''"))
-                     .value_or(QString())
-                     .toString()
-                     .isEmpty());
+    QTRY_VERIFY(
+        !apptest::Eval(*reader->Pane(1), QStringLiteral("document.body?document.body.innerText:''"))
+             .value_or(QString())
+             .toString()
+             .isEmpty());
 
     // A selection longer than any entry finds the entry it holds.
     Select(*reader, QStringLiteral("法華経を"));
@@ -105,18 +107,22 @@ class DictionaryFormTest : public QObject {
     Select(*reader, QStringLiteral("妙法蓮華経を"));
     LookUpByMenu(*reader);
     QCOMPARE(Dictionaries().size(), std::size_t{2});
-    QCOMPARE(Dictionaries().back()->findChild<QLabel*>("Text4")->text(), QStringLiteral("妙法蓮華経"));
+    QCOMPARE(Dictionaries().back()->findChild<QLabel*>("Text4")->text(),
+             QStringLiteral("妙法蓮華経"));
 
     // The menu serves the dictionary's pane too: a word of the explanation
     // searched in the writings.
     DictionaryForm* shown = Dictionaries().front();
-    QTRY_VERIFY(!apptest::Eval(*shown->Pane(), QStringLiteral("document.body?document.body.innerText:''"))
-                     .value_or(QString())
-                     .toString()
-                     .isEmpty());
-    shown->Pane()->RunScript(QStringLiteral(
-        "var t=document.body.firstChild;while(t&&t.nodeType!==3)t=t.firstChild;var r=document.createRange();"
-        "r.setStart(t,0);r.setEnd(t,2);getSelection().removeAllRanges();getSelection().addRange(r);"));
+    QTRY_VERIFY(
+        !apptest::Eval(*shown->Pane(), QStringLiteral("document.body?document.body.innerText:''"))
+             .value_or(QString())
+             .toString()
+             .isEmpty());
+    shown->Pane()->RunScript(
+        QStringLiteral("var t=document.body.firstChild;while(t&&t.nodeType!==3)t=t.firstChild;var "
+                       "r=document.createRange();"
+                       "r.setStart(t,0);r.setEnd(t,2);getSelection().removeAllRanges();"
+                       "getSelection().addRange(r);"));
     QTRY_VERIFY(!shown->Pane()->SelectedText().isEmpty());
     const QString word = shown->Pane()->SelectedText();
     QWidget* surface = shown->Pane()->View()->focusProxy();
@@ -131,7 +137,8 @@ class DictionaryFormTest : public QObject {
     QTRY_VERIFY(program_->windows().OfKind(reader::FormKind::Form2).size() > readers);
     bool searched = false;
     for (QWidget* w : QApplication::topLevelWidgets()) {
-      if (auto* form = qobject_cast<WritingsForm*>(w)) searched = searched || form->findChild<QLineEdit*>("Combo1")->text() == word;
+      if (auto* form = qobject_cast<WritingsForm*>(w))
+        searched = searched || form->findChild<QLineEdit*>("Combo1")->text() == word;
     }
     QVERIFY(searched);
 

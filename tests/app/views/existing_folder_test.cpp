@@ -13,13 +13,13 @@
 #include "app/corpus/program.h"
 #include "app/platform/qt_text.h"
 #include "app_test.h"
-#include "started_program.h"
 #include "core/corpus/bookmarks.h"
 #include "core/corpus/dax_file.h"
 #include "core/corpus/file_io.h"
 #include "core/corpus/note_journal.h"
 #include "core/corpus/profile.h"
 #include "core/corpus/settings.h"
+#include "started_program.h"
 
 namespace suizo::app {
 
@@ -43,7 +43,8 @@ class ExistingFolderTest : public QObject {
   }
 
   // Starts on the folder and answers the question with the button named.
-  std::unique_ptr<Program> StartAnswering(const char* button, QString& question, QStringList& told) {
+  std::unique_ptr<Program> StartAnswering(const char* button, QString& question,
+                                          QStringList& told) {
     auto program = std::make_unique<Program>(dir_, settings_, u"0.1.0");
     program->showError = [&told](const QString& message) { told << message; };
     program->toast = [](QWidget*) {};
@@ -67,7 +68,8 @@ class ExistingFolderTest : public QObject {
     {
       auto first = apptest::StartedProgram(dir_, settings_);
       QVERIFY(first);
-      corpus::EditNote(first->corpus(), *first->journal(), corpus::TableId::Dat, 20, 48, u"前の環境の覚え");
+      corpus::EditNote(first->corpus(), *first->journal(), corpus::TableId::Dat, 20, 48,
+                       u"前の環境の覚え");
       first->End();
     }
     corpus::ProfileFile bookmarks(dir_ / "suiten.ini");
@@ -87,7 +89,8 @@ class ExistingFolderTest : public QObject {
     QStringList told;
     QVERIFY(!StartAnswering("Command1", question, told));
     QVERIFY(declined_);  // the viewer then ends with status 0
-    QVERIFY2(question.contains(QStringLiteral("2.31")) && question.contains(QStringLiteral("このまま開きますか")),
+    QVERIFY2(question.contains(QStringLiteral("2.31")) &&
+                 question.contains(QStringLiteral("このまま開きますか")),
              qPrintable(question));
     QVERIFY2(told.isEmpty(), qPrintable(told.join(QLatin1Char('\n'))));
     QVERIFY(Files(dir_) == before);
@@ -110,7 +113,8 @@ class ExistingFolderTest : public QObject {
     // A note edited is written; ver.dax stays the other installation's.
     program = StartAnswering("Command2", question, told);
     QVERIFY(program);
-    corpus::EditNote(program->corpus(), *program->journal(), corpus::TableId::Hok, 4, 36, u"開いてから書いた覚え");
+    corpus::EditNote(program->corpus(), *program->journal(), corpus::TableId::Hok, 4, 36,
+                     u"開いてから書いた覚え");
     program->End();
     const auto after = Files(dir_);
     QCOMPARE(after.at("ver.dax"), std::string("2.31\r\n"));

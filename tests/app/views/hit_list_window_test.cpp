@@ -31,7 +31,6 @@ W* Control(QWidget* form, const char* name) {
   return w;
 }
 
-
 QString EvalText(platform::HtmlPane& pane, const QString& js) {
   const auto value = Eval(pane, js);
   return value ? value->toString() : QStringLiteral("<no answer>");
@@ -70,8 +69,8 @@ class HitListWindowTest : public QObject {
 
   std::unique_ptr<HitListWindow> Make() {
     return std::make_unique<HitListWindow>(*engine, *highlighter, *sample->corpus,
-                                           sample->selection, settings, Nok, *store,
-                                           u"本文「x」", u"7");
+                                           sample->selection, settings, Nok, *store, u"本文「x」",
+                                           u"7");
   }
   QString Label(const char* name) { return Control<QLabel>(list.get(), name)->text(); }
   QString Page() { return Label("Label2"); }
@@ -193,9 +192,9 @@ class HitListWindowTest : public QObject {
     QVERIFY(list->isVisible());  // the list stays
 
     // Any other link is no hit: nothing moves.
-    list->pane()->RunScript(QStringLiteral(
-        "document.body.insertAdjacentHTML('beforeend',\"<a id=o href='D17'>x</a>\");"
-        "document.getElementById('o').click()"));
+    list->pane()->RunScript(
+        QStringLiteral("document.body.insertAdjacentHTML('beforeend',\"<a id=o href='D17'>x</a>\");"
+                       "document.getElementById('o').click()"));
     list->pane()->RunScript(QStringLiteral("document.querySelector(\"a[href='9']\").click()"));
     QTRY_COMPARE_WITH_TIMEOUT(engine->SrnPos, 9, 15000);
     QCOMPARE(jumps, 2);

@@ -12,10 +12,10 @@
 #include "app/views/record_form.h"
 #include "app/views/writings_form.h"
 #include "app_test.h"
-#include "started_program.h"
 #include "core/corpus/settings.h"
 #include "core/text/utf16.h"
 #include "pane_eval.h"
+#include "started_program.h"
 
 namespace suizo::app {
 
@@ -35,13 +35,15 @@ class RecordFormTest : public QObject {
     if (windows.empty()) return nullptr;
     for (QWidget* w : QApplication::topLevelWidgets()) {
       auto* form = qobject_cast<Form*>(w);
-      if (form != nullptr && static_cast<reader::OpenWindow*>(&form->window()) == windows.back()) return form;
+      if (form != nullptr && static_cast<reader::OpenWindow*>(&form->window()) == windows.back())
+        return form;
     }
     return nullptr;
   }
 
   // The first document whose record has a link of the kind, and the pane.
-  std::optional<std::pair<int, int>> DocumentWithLink(RecordForm& record, std::u16string_view mark) {
+  std::optional<std::pair<int, int>> DocumentWithLink(RecordForm& record,
+                                                      std::u16string_view mark) {
     for (int m = 1; m <= program_->corpus().MosMaxY; ++m) {
       record.model().Mpos = m;
       const views::RecordDisplay d = record.model().Hyouji();
@@ -91,8 +93,8 @@ class RecordFormTest : public QObject {
     QVERIFY2(line, "the sample's records name no line");
     record->window().Hyouji();
     const std::size_t readers = program_->windows().OfKind(reader::FormKind::Form2).size();
-    record->Pane(line->second)->RunScript(
-        QStringLiteral("document.querySelector(\"a[href^='D']\").click();"));
+    record->Pane(line->second)
+        ->RunScript(QStringLiteral("document.querySelector(\"a[href^='D']\").click();"));
     QTRY_VERIFY(program_->windows().OfKind(reader::FormKind::Form2).size() > readers);
     auto* opened = FormOf<WritingsForm, reader::WritingsWindow>(reader::FormKind::Form2);
     QVERIFY(opened && opened->isVisible());
@@ -102,8 +104,10 @@ class RecordFormTest : public QObject {
     QVERIFY(document);
     record->window().Hyouji();
     const int before = record->model().Mpos;
-    record->Pane(document->second)->RunScript(QStringLiteral(
-        "for(const a of document.querySelectorAll('a')){if(!a.getAttribute('href').startsWith('D')){a.click();break;}}"));
+    record->Pane(document->second)
+        ->RunScript(QStringLiteral("for(const a of "
+                                   "document.querySelectorAll('a')){if(!a.getAttribute('href')."
+                                   "startsWith('D')){a.click();break;}}"));
     QTRY_VERIFY(record->model().Mpos != before || !record->isVisible());
 
     // A right pane shown on the left, then back.

@@ -15,13 +15,13 @@
 #include "app/views/scripture_forms.h"
 #include "app/views/writings_form.h"
 #include "app_test.h"
-#include "started_program.h"
 #include "core/corpus/orders.h"
 #include "core/corpus/schema.h"
 #include "core/corpus/settings.h"
 #include "core/scripture/outline.h"
 #include "core/scripture/sutra_reader.h"
 #include "pane_eval.h"
+#include "started_program.h"
 
 namespace suizo::app {
 
@@ -57,7 +57,8 @@ class ScriptureFormsTest : public QObject {
   }
 
   static QString PaneText(ReaderForm& form, int pane) {
-    return apptest::Eval(*form.Pane(pane), QStringLiteral("document.body?document.body.innerText:''"), 2000)
+    return apptest::Eval(*form.Pane(pane),
+                         QStringLiteral("document.body?document.body.innerText:''"), 2000)
         .value_or(QString())
         .toString();
   }
@@ -66,7 +67,8 @@ class ScriptureFormsTest : public QObject {
   ContentsForm* SourcesList() {
     program_->contents()->findChild<QPushButton*>("Command9")->click();
     for (QWidget* w : QApplication::topLevelWidgets()) {
-      if (w->objectName() == QStringLiteral("Form15") && w->isVisible()) return qobject_cast<ContentsForm*>(w);
+      if (w->objectName() == QStringLiteral("Form15") && w->isVisible())
+        return qobject_cast<ContentsForm*>(w);
     }
     return nullptr;
   }
@@ -147,9 +149,10 @@ class ScriptureFormsTest : public QObject {
     QVERIFY(writings);
     QTRY_VERIFY(!PaneText(*writings, 1).trimmed().isEmpty());
     // A word selected in the writings is looked up in the sutra.
-    writings->Pane(1)->RunScript(QStringLiteral(
-        "document.body.innerHTML='衆生';var r=document.createRange();r.selectNodeContents(document.body);"
-        "getSelection().removeAllRanges();getSelection().addRange(r);"));
+    writings->Pane(1)->RunScript(
+        QStringLiteral("document.body.innerHTML='衆生';var "
+                       "r=document.createRange();r.selectNodeContents(document.body);"
+                       "getSelection().removeAllRanges();getSelection().addRange(r);"));
     QTRY_COMPARE(writings->Pane(1)->SelectedText(), QStringLiteral("衆生"));
     auto* command6 = Control<QPushButton>(*writings, "Command6");
     QVERIFY(command6->isEnabled());
@@ -165,7 +168,8 @@ class ScriptureFormsTest : public QObject {
     writings->window().Hyouji();
     QTRY_VERIFY(PaneText(*writings, 7).contains(QStringLiteral("384.41")));
     const int before = sutra->reader().Lpos();
-    writings->Pane(7)->RunScript(QStringLiteral("document.querySelector(\"a[href='384.41']\").click();"));
+    writings->Pane(7)->RunScript(
+        QStringLiteral("document.querySelector(\"a[href='384.41']\").click();"));
     QTRY_VERIFY(Last<SutraForm>(reader::FormKind::Form7)->reader().Lpos() != before);
     const corpus::Table& hok = program_->corpus().table(corpus::TableId::Hok);
     const int row = Last<SutraForm>(reader::FormKind::Form7)->reader().Lpos();
@@ -249,7 +253,8 @@ class ScriptureFormsTest : public QObject {
     QCOMPARE(model.Srn(), hits);
     QCOMPARE(Control<QLineEdit>(*list, "Combo1")->text(), QStringLiteral("寺"));
     // The reader stays on its line in the new order.
-    const std::u16string line(sources->reader().table().Text(sources->reader().Lpos(), corpus::sdat::kSysNo));
+    const std::u16string line(
+        sources->reader().table().Text(sources->reader().Lpos(), corpus::sdat::kSysNo));
     QVERIFY(!line.empty());
   }
 

@@ -25,7 +25,8 @@ inline std::unique_ptr<app::Program> StartedProgram(const std::filesystem::path&
 }
 
 // Runs `act` on the modal dialog that `open` brings up; fails when none came.
-inline void WithDialog(const std::function<void()>& open, const std::function<void(QDialog&)>& act) {
+inline void WithDialog(const std::function<void()>& open,
+                       const std::function<void(QDialog&)>& act) {
   bool acted = false;
   QTimer timer;
   timer.setInterval(20);

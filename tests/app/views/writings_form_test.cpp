@@ -1,14 +1,14 @@
 #include <QApplication>
-#include <QContextMenuEvent>
-#include <QWebEngineView>
 #include <QCheckBox>
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QTest>
+#include <QTimer>
+#include <QWebEngineView>
 #include <filesystem>
 
 #include "app/corpus/program.h"
@@ -18,15 +18,15 @@
 #include "app/platform/qt_text.h"
 #include "app/views/contents_form.h"
 #include "app/views/hit_list_window.h"
-#include "core/views/selection_dialog.h"
 #include "app/views/writings_form.h"
 #include "app_test.h"
-#include "started_program.h"
-#include "pane_eval.h"
 #include "core/corpus/orders.h"
 #include "core/corpus/profile.h"
 #include "core/corpus/schema.h"
 #include "core/corpus/settings.h"
+#include "core/views/selection_dialog.h"
+#include "pane_eval.h"
+#include "started_program.h"
 
 namespace suizo::app {
 
@@ -66,7 +66,8 @@ class WritingsFormTest : public QObject {
 
   // The text a pane shows, once the browser has it.
   static QString PaneText(WritingsForm& form, int pane) {
-    return apptest::Eval(*form.Pane(pane), QStringLiteral("document.body?document.body.innerText:''"), 2000)
+    return apptest::Eval(*form.Pane(pane),
+                         QStringLiteral("document.body?document.body.innerText:''"), 2000)
         .value_or(QString())
         .toString();
   }
@@ -118,7 +119,8 @@ class WritingsFormTest : public QObject {
     WritingsForm* first = Reader();
     QVERIFY(first);
     QCOMPARE(first->reader().Mpos(), chosen);
-    QTRY_VERIFY_WITH_TIMEOUT(!PaneText(*first, 1).trimmed().isEmpty(), 20000);  // the browser starts first
+    QTRY_VERIFY_WITH_TIMEOUT(!PaneText(*first, 1).trimmed().isEmpty(),
+                             20000);  // the browser starts first
 
     // A double click on another row opens that document too.
     const QRect cell = grid->CellRect(5, 2);
@@ -206,7 +208,8 @@ class WritingsFormTest : public QObject {
     QTest::mouseClick(command1, Qt::RightButton);
     QCOMPARE(engine.SrMethod, search::Method::Not);
     QVERIFY(search(QStringLiteral("衆生")) > 0);
-    QVERIFY(!Q(form->reader().table().Text(form->reader().Lpos(), corpus::dat::kMain)).contains(QStringLiteral("衆生")));
+    QVERIFY(!Q(form->reader().table().Text(form->reader().Lpos(), corpus::dat::kMain))
+                 .contains(QStringLiteral("衆生")));
     QTest::mouseClick(command1, Qt::RightButton);
     QCOMPARE(command1->text(), QStringLiteral("検索"));
 
@@ -310,19 +313,29 @@ class WritingsFormTest : public QObject {
     WritingsForm* form = OpenReader();
     QVERIFY(form);
     const corpus::ReaderPlace place = corpus::FindReaderPlace(program_->corpus(), u"10006");
-    const QString payload = QStringLiteral("<img id=bait src=x onerror=\"document.title='ran';window.ran=1\">");
-    program_->corpus().Dat().Set(place.Lpos, corpus::dat::kMain, payload.toStdU16String() + u"本文");
-    corpus::EditNote(program_->corpus(), *program_->journal(), corpus::TableId::Dat, place.Lpos, corpus::dat::kNote2,
-                     QStringLiteral("<svg onload=\"window.ran=1\"></svg>").toStdU16String() + payload.toStdU16String());
+    const QString payload =
+        QStringLiteral("<img id=bait src=x onerror=\"document.title='ran';window.ran=1\">");
+    program_->corpus().Dat().Set(place.Lpos, corpus::dat::kMain,
+                                 payload.toStdU16String() + u"本文");
+    corpus::EditNote(program_->corpus(), *program_->journal(), corpus::TableId::Dat, place.Lpos,
+                     corpus::dat::kNote2,
+                     QStringLiteral("<svg onload=\"window.ran=1\"></svg>").toStdU16String() +
+                         payload.toStdU16String());
     GoTo(*form, u"10006", *program_);
     // Qt's own widgets take no markup either: every label shows text as written.
-    for (QWidget* window : {static_cast<QWidget*>(form), static_cast<QWidget*>(program_->contents())}) {
-      for (const QLabel* label : window->findChildren<QLabel*>()) QCOMPARE(label->textFormat(), Qt::PlainText);
+    for (QWidget* window :
+         {static_cast<QWidget*>(form), static_cast<QWidget*>(program_->contents())}) {
+      for (const QLabel* label : window->findChildren<QLabel*>())
+        QCOMPARE(label->textFormat(), Qt::PlainText);
     }
     for (const int pane : {1, 5}) {
-      QTRY_VERIFY(apptest::Eval(*form->Pane(pane), QStringLiteral("!!document.getElementById('bait')")).value_or(false).toBool());
+      QTRY_VERIFY(
+          apptest::Eval(*form->Pane(pane), QStringLiteral("!!document.getElementById('bait')"))
+              .value_or(false)
+              .toBool());
       QTest::qWait(200);  // the image's error has come and gone
-      QCOMPARE(apptest::Eval(*form->Pane(pane), QStringLiteral("document.title+'|'+(window.ran===undefined)"))
+      QCOMPARE(apptest::Eval(*form->Pane(pane),
+                             QStringLiteral("document.title+'|'+(window.ran===undefined)"))
                    .value_or(QString())
                    .toString(),
                QStringLiteral("|true"));
@@ -340,7 +353,8 @@ class WritingsFormTest : public QObject {
     Control<QPushButton>(*form, "Command2")->click();
     HitListWindow* list = form->HitList();
     QVERIFY(list && list->isVisible());
-    QCOMPARE(Control<QLabel>(*list, "Label1")->text(), QStringLiteral("検索結果%1件").arg(engine.Srn));
+    QCOMPARE(Control<QLabel>(*list, "Label1")->text(),
+             QStringLiteral("検索結果%1件").arg(engine.Srn));
     list->pane()->RunScript(QStringLiteral("document.querySelector(\"a[href='3']\").click()"));
     QTRY_COMPARE(engine.SrnPos, 3);
     QCOMPARE(form->reader().Lpos(), engine.getSr(3, 1));
@@ -375,7 +389,8 @@ class WritingsFormTest : public QObject {
     };
     inDialog("Bm_2", "Command3");
     Control<QPushButton>(*form, "BMark")->click();
-    QVERIFY(Q(corpus::ProfileFile(Path() / "suiten.ini").Read(u"BMark02", u"Gk", u"")) == QStringLiteral("22"));
+    QVERIFY(Q(corpus::ProfileFile(Path() / "suiten.ini").Read(u"BMark02", u"Gk", u"")) ==
+            QStringLiteral("22"));
 
     // Back in the system order, elsewhere; reading ② brings 定本 back for
     // every window.
@@ -388,7 +403,8 @@ class WritingsFormTest : public QObject {
     QCOMPARE(form->window().Place().Mpos, kept.Mpos);
     QCOMPARE(form->window().Place().Lpos, kept.Lpos);
     // The page label of 定本 is lit as the collection in use.
-    QVERIFY(Control<QLabel>(*form, "PageTitle_22")->styleSheet().contains(QStringLiteral("#c0ffff")));
+    QVERIFY(
+        Control<QLabel>(*form, "PageTitle_22")->styleSheet().contains(QStringLiteral("#c0ffff")));
   }
 
   void menuOffersLookupsOnlyForASelection() {
@@ -406,7 +422,8 @@ class WritingsFormTest : public QObject {
     rightClick();
     platform::PopupMenu* menu = platform::PopupMenu::Open();
     QVERIFY(menu);
-    for (const int item : {1, 2, 3, 4, 6, 7, 8}) QVERIFY2(!menu->IsEnabled(item), qPrintable(QString::number(item)));
+    for (const int item : {1, 2, 3, 4, 6, 7, 8})
+      QVERIFY2(!menu->IsEnabled(item), qPrintable(QString::number(item)));
     QCOMPARE(platform::Clipboard::Text(), QStringLiteral("手元の文"));
     // A letter in the pane only closes the menu.
     QTest::keyClick(form->Pane(1)->View()->focusProxy(), Qt::Key_S);
@@ -415,9 +432,11 @@ class WritingsFormTest : public QObject {
 
     // With a selection the lookups and the copy are offered; cut and paste
     // never in a pane.
-    form->Pane(1)->RunScript(QStringLiteral(
-        "var r=document.createRange();var t=document.body.firstChild;while(t&&t.nodeType!==3)t=t.firstChild;"
-        "r.setStart(t,0);r.setEnd(t,2);getSelection().removeAllRanges();getSelection().addRange(r);"));
+    form->Pane(1)->RunScript(
+        QStringLiteral("var r=document.createRange();var "
+                       "t=document.body.firstChild;while(t&&t.nodeType!==3)t=t.firstChild;"
+                       "r.setStart(t,0);r.setEnd(t,2);getSelection().removeAllRanges();"
+                       "getSelection().addRange(r);"));
     QTRY_VERIFY(!form->Pane(1)->SelectedText().isEmpty());
     const QString selected = form->Pane(1)->SelectedText();
     rightClick();
@@ -439,9 +458,11 @@ class WritingsFormTest : public QObject {
     QVERIFY(form);
     QTRY_VERIFY(!PaneText(*form, 1).trimmed().isEmpty());
     // One character chosen inside "衆生" of "候、衆生の心": the run is the word.
-    form->Pane(1)->RunScript(QStringLiteral(
-        "document.body.innerHTML='聞き候、衆生の心';var t=document.body.firstChild;var r=document.createRange();"
-        "r.setStart(t,5);r.setEnd(t,6);getSelection().removeAllRanges();getSelection().addRange(r);"));
+    form->Pane(1)->RunScript(
+        QStringLiteral("document.body.innerHTML='聞き候、衆生の心';var "
+                       "t=document.body.firstChild;var r=document.createRange();"
+                       "r.setStart(t,5);r.setEnd(t,6);getSelection().removeAllRanges();"
+                       "getSelection().addRange(r);"));
     QTRY_COMPARE(form->Pane(1)->SelectedText(), QStringLiteral("生"));
     platform::Clipboard::SetText(QStringLiteral("手元の文"));
     form->SelectKanjiRun(1);
