@@ -1,0 +1,28 @@
+# Fails when a source file is not as the project's .clang-format writes it.
+# Formats differ between versions of the tool, so the one the setup installs
+# (14) is the measure.
+execute_process(COMMAND ${CLANG_FORMAT} --version OUTPUT_VARIABLE version)
+if(NOT version MATCHES "version 14\\.")
+  message(FATAL_ERROR "the format is checked with clang-format 14; ${CLANG_FORMAT} is ${version}")
+endif()
+set(sources "")
+foreach(folder src tests tools bench)
+  file(GLOB_RECURSE found "${ROOT}/${folder}/*.cpp" "${ROOT}/${folder}/*.h")
+  list(APPEND sources ${found})
+endforeach()
+execute_process(COMMAND ${CLANG_FORMAT} --dry-run --Werror ${sources}
+                RESULT_VARIABLE result ERROR_VARIABLE complaints)
+if(NOT result EQUAL 0)
+  string(REGEX MATCHALL "[^\n]*: error: code should be clang-formatted" lines "${complaints}")
+  set(files "")
+  foreach(line IN LISTS lines)
+    string(REGEX REPLACE ":[0-9]+:[0-9]+: error: .*" "" file "${line}")
+    file(RELATIVE_PATH file "${ROOT}" "${file}")
+    list(APPEND files "${file}")
+  endforeach()
+  list(REMOVE_DUPLICATES files)
+  list(JOIN files "\n  " text)
+  message(FATAL_ERROR "not formatted (clang-format -i on these):\n  ${text}")
+endif()
+list(LENGTH sources count)
+message(STATUS "${count} source files, all formatted")
