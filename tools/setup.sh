@@ -18,6 +18,8 @@ packages=(
   # file, the AppStream data, the manual page, the icon drawn, the installed
   # viewer's window
   dpkg-dev desktop-file-utils appstream groff-base x11-utils librsvg2-bin
+  # the tools written as scripts (the variant rows, the mutation runner)
+  python3
 )
 
 missing=()
