@@ -302,6 +302,7 @@ TEST_F(Writings, FramesAreWrittenOncePerLayout) {
   EXPECT_FALSE(v.panes[5].frame);
   EXPECT_FALSE(v.panes[5].written);  // the note panes keep their last horizontal text
   EXPECT_TRUE(v.panes[3].written);
+  EXPECT_TRUE(v.panes[2].written);  // the translation, beside the text
   EXPECT_TRUE(Pane(v, 1).starts_with(u"<DIV style='height:256px; writing-mode:tb-rl;'>"));
   now += 100;
   EXPECT_TRUE(Key(key::kSpace).redraw);
