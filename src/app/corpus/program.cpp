@@ -268,8 +268,7 @@ bool Program::Start() {
     options.message = [this](const std::u16string& text) { splash_->Append(text + u"\n"); };
     options.progress = [this](corpus::TableId) { splash_->Append(u"*"); };
     const corpus::StartupDecision decision = corpus::DecideStartup(dataPath_, version_);
-    converted_ = decision.path == corpus::StartupPath::Reconvert ||
-                 decision.path == corpus::StartupPath::FirstRun;
+    converted_ = corpus::Converts(decision.path);
     if (converted_) {
       splash_->ShowLog();
       if (decision.path == corpus::StartupPath::Reconvert) {

@@ -105,6 +105,17 @@ bool FillBookmarksOnFirstRun(ProfileFile& file, const Corpus& corpus, const Sele
   return true;
 }
 
+int CountSetBookmarks(const ProfileFile& file) {
+  int count = 0;
+  for (const BookmarkKind kind :
+       {BookmarkKind::Writings, BookmarkKind::Sutra, BookmarkKind::Sources}) {
+    for (int i = 1; i <= kBookmarks; ++i) {
+      count += file.Read(BookmarkSection(kind, i), u"T1", kUnsetCaption) != kUnsetCaption ? 1 : 0;
+    }
+  }
+  return count;
+}
+
 std::u16string BookmarksFailure(const CorpusError& error) {
   return u"しおりのファイルを読み書きできませんでした。\n" + text::FromUtf8(error.what());
 }

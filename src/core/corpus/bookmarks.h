@@ -41,6 +41,10 @@ void WriteBookmark(ProfileFile& file, BookmarkKind kind, int index, const Bookma
 // ten of that kind are written with the first-run place. True when any was.
 bool FillBookmarksOnFirstRun(ProfileFile& file, const Corpus& corpus, const Selection& selection);
 
+// How many bookmarks of all kinds the user has set (a caption other than
+// the unset one).
+int CountSetBookmarks(const ProfileFile& file);
+
 // Told when suiten.ini cannot be read or written.
 std::u16string BookmarksFailure(const CorpusError& error);
 

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <optional>
 
 #include "core/corpus/dax_file.h"
@@ -100,15 +101,13 @@ bool CarriesSourceNotes(std::u16string_view storedVersion) {
 
 bool HasExports(const std::filesystem::path& dataPath) {
   for (const TableSchema& schema : Schemas()) {
-    if (std::filesystem::exists(dataPath /
-                                std::filesystem::u8path(std::string(schema.stem) + ".dat")))
-      return true;
+    if (std::filesystem::exists(TableFile(dataPath, schema.id, ".dat"))) return true;
   }
   return false;
 }
 
 std::filesystem::path StagedPath(const std::filesystem::path& dataPath, TableId id) {
-  return dataPath / std::filesystem::u8path(std::string(SchemaOf(id).stem) + ".dax.new");
+  return TableFile(dataPath, id, ".dax.new");
 }
 
 StagedStore::StagedStore(std::filesystem::path dataPath) : dataPath_(std::move(dataPath)) {}
@@ -176,14 +175,20 @@ Leftovers FinishInterruptedConversion(const std::filesystem::path& dataPath) {
   return removed ? Leftovers::RolledBack : Leftovers::None;
 }
 
-bool HasConversionLeftovers(const std::filesystem::path& dataPath) {
+std::vector<std::filesystem::path> ConversionLeftovers(const std::filesystem::path& dataPath) {
+  std::vector<std::filesystem::path> found;
   std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator(dataPath, error)) {
     const std::filesystem::path& path = entry.path();
     if (IsStagedLeftover(path) || IsLeftoverTemporary(path) || path.filename() == kCommitMark)
-      return true;
+      found.push_back(path);
   }
-  return false;
+  std::sort(found.begin(), found.end());
+  return found;
+}
+
+bool HasConversionLeftovers(const std::filesystem::path& dataPath) {
+  return !ConversionLeftovers(dataPath).empty();
 }
 
 bool CommitUnderway(const std::filesystem::path& dataPath) {

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/corpus/corpus.h"
 #include "core/corpus/import.h"
@@ -71,6 +72,8 @@ Leftovers FinishInterruptedConversion(const std::filesystem::path& dataPath);
 // included; and whether it got as far as its commit mark, when the stores on
 // disk are a mix until the renames are finished.
 bool HasConversionLeftovers(const std::filesystem::path& dataPath);
+// The files themselves, by name.
+std::vector<std::filesystem::path> ConversionLeftovers(const std::filesystem::path& dataPath);
 bool CommitUnderway(const std::filesystem::path& dataPath);
 
 // Whether the folder holds any export (.dat) at all.

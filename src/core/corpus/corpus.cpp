@@ -41,11 +41,16 @@ Corpus::Corpus(std::filesystem::path dataPath)
     : dataPath_(std::move(dataPath)),
       tables_(MakeTables(std::make_index_sequence<kTableCount>{})) {}
 
-std::filesystem::path Corpus::FilePath(TableId id, std::string_view extension) const {
+std::filesystem::path TableFile(const std::filesystem::path& dataPath, TableId id,
+                                std::string_view extension) {
   const std::string_view stem = SchemaOf(id).stem;
   std::u8string name(stem.begin(), stem.end());
   name.append(extension.begin(), extension.end());
-  return dataPath_ / name;
+  return dataPath / name;
+}
+
+std::filesystem::path Corpus::FilePath(TableId id, std::string_view extension) const {
+  return TableFile(dataPath_, id, extension);
 }
 
 void Corpus::ReadData(int group) {

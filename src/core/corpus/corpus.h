@@ -12,6 +12,10 @@
 
 namespace suizo::corpus {
 
+// A table's file in a data folder: its stem and `extension` (".dax", ".dat").
+std::filesystem::path TableFile(const std::filesystem::path& dataPath, TableId id,
+                                std::string_view extension);
+
 class Corpus {
  public:
   explicit Corpus(std::filesystem::path dataPath);

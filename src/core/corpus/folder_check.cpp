@@ -26,10 +26,6 @@ bool ReadAtStart(TableId id) {
          std::end(kStartGroups);
 }
 
-fs::path StoreFile(const fs::path& dataPath, TableId id, const char* extension) {
-  return dataPath / fs::u8path(std::string(SchemaOf(id).stem) + extension);
-}
-
 bool IsFile(const fs::path& path) {
   std::error_code error;
   return fs::is_regular_file(path, error);
@@ -40,7 +36,7 @@ StoreFinding ReadStoreFinding(const fs::path& dataPath, TableId id,
                               std::vector<NoteFinding>& notes) {
   StoreFinding found;
   found.id = id;
-  const fs::path file = StoreFile(dataPath, id, ".dax");
+  const fs::path file = TableFile(dataPath, id, ".dax");
   std::error_code error;
   found.present = fs::exists(fs::symlink_status(file, error));
   if (!found.present) return found;
@@ -72,29 +68,7 @@ int JournalEntries(const fs::path& dataPath) {
 
 int SetBookmarks(const fs::path& dataPath) {
   const fs::path ini = dataPath / "suiten.ini";
-  if (!IsFile(ini)) return 0;
-  const ProfileFile file(ini);
-  int count = 0;
-  for (const BookmarkKind kind :
-       {BookmarkKind::Writings, BookmarkKind::Sutra, BookmarkKind::Sources}) {
-    for (int i = 1; i <= kBookmarks; ++i) {
-      count += file.Read(BookmarkSection(kind, i), u"T1", kUnsetCaption) != kUnsetCaption ? 1 : 0;
-    }
-  }
-  return count;
-}
-
-std::vector<std::string> LeftoverNames(const fs::path& dataPath) {
-  std::vector<std::string> names;
-  std::error_code error;
-  for (const auto& entry : fs::directory_iterator(dataPath, error)) {
-    const fs::path& path = entry.path();
-    const std::string name = DisplayPath(path.filename());
-    const bool staged = name.size() > 8 && name.ends_with(".dax.new");
-    if (staged || name == kCommitMark || IsLeftoverTemporary(path)) names.push_back(name);
-  }
-  std::sort(names.begin(), names.end());
-  return names;
+  return IsFile(ini) ? CountSetBookmarks(ProfileFile(ini)) : 0;
 }
 
 std::string StoreName(TableId id) {
@@ -160,32 +134,22 @@ void Decide(FolderFindings& found) {
 
 }  // namespace
 
+namespace {
+
+// Each verdict as a sentence and as one word, in the enum's order.
+constexpr std::string_view kVerdicts[][2] = {{"opens directly", "opens"},
+                                             {"converts", "converts"},
+                                             {"opens as it is after asking", "asks"},
+                                             {"refused", "refused"}};
+
+}  // namespace
+
 std::string_view VerdictText(FolderVerdict verdict) {
-  switch (verdict) {
-    case FolderVerdict::OpensDirectly:
-      return "opens directly";
-    case FolderVerdict::Converts:
-      return "converts";
-    case FolderVerdict::AsksFirst:
-      return "opens as it is after asking";
-    case FolderVerdict::Refused:
-      break;
-  }
-  return "refused";
+  return kVerdicts[static_cast<std::size_t>(verdict)][0];
 }
 
 std::string_view VerdictWord(FolderVerdict verdict) {
-  switch (verdict) {
-    case FolderVerdict::OpensDirectly:
-      return "opens";
-    case FolderVerdict::Converts:
-      return "converts";
-    case FolderVerdict::AsksFirst:
-      return "asks";
-    case FolderVerdict::Refused:
-      break;
-  }
-  return "refused";
+  return kVerdicts[static_cast<std::size_t>(verdict)][1];
 }
 
 std::optional<fs::path> FindCorpusFont(const fs::path& folder) {
@@ -221,11 +185,9 @@ FolderFindings CheckFolder(const fs::path& dataPath, std::u16string_view program
   }
   for (const TableSchema& schema : Schemas()) {
     found.stores.push_back(ReadStoreFinding(dataPath, schema.id, found.notes));
-    if (IsFile(StoreFile(dataPath, schema.id, ".dat"))) found.exports.push_back(schema.id);
+    if (IsFile(TableFile(dataPath, schema.id, ".dat"))) found.exports.push_back(schema.id);
   }
-  const bool converts =
-      found.decision.path == StartupPath::Reconvert || found.decision.path == StartupPath::FirstRun;
-  if (converts && !found.exports.empty()) {
+  if (Converts(found.decision.path) && !found.exports.empty()) {
     try {
       CheckExports(dataPath, [](const std::u16string&) {});
     } catch (const CorpusError& e) {
@@ -239,7 +201,8 @@ FolderFindings CheckFolder(const fs::path& dataPath, std::u16string_view program
   } catch (const CorpusError& e) {
     found.warnings.push_back(std::string("the bookmarks cannot be read: ") + e.what());
   }
-  found.leftovers = LeftoverNames(dataPath);
+  for (const fs::path& left : ConversionLeftovers(dataPath))
+    found.leftovers.push_back(DisplayPath(left.filename()));
   found.commitUnderway = CommitUnderway(dataPath);
   found.font = FindCorpusFont(dataPath);
   if (versionFault.empty()) {

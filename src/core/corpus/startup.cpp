@@ -31,9 +31,7 @@ bool HasStartStores(const std::filesystem::path& dataPath) {
   for (const int group : kStartGroups) {
     for (const TableId id : GroupTables(group)) {
       std::error_code error;
-      const auto store =
-          dataPath / std::filesystem::u8path(std::string(SchemaOf(id).stem) + ".dax");
-      if (!std::filesystem::is_regular_file(store, error)) return false;
+      if (!std::filesystem::is_regular_file(TableFile(dataPath, id, ".dax"), error)) return false;
     }
   }
   return true;

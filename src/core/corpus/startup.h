@@ -35,6 +35,11 @@ struct StartupDecision {
 // The load groups a start reads, in this order.
 inline constexpr int kStartGroups[] = {0, 1, 2, 6};
 
+// Whether the path converts the exports before the store is read.
+inline bool Converts(StartupPath path) {
+  return path == StartupPath::Reconvert || path == StartupPath::FirstRun;
+}
+
 // Whether every store the start reads (load groups 0, 1, 2 and 6) is there.
 bool HasStartStores(const std::filesystem::path& dataPath);
 
